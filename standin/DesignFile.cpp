@@ -1,0 +1,349 @@
+#include "standin/DesignFile.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSaveFile>
+
+#include "standin/Host.h"
+#include "standin/Warnings.h"
+
+namespace standin {
+namespace {
+
+const char* const formatName = "lanetap-design-1";
+
+// Texts of the DDR signal families, in the order of their numeric values.
+const char* const signalFamilies[] = {"DQ",    "DQS_t", "DQS_c", "CK_t",  "CK_c",
+                                      "A",     "VDD",   "VPP",   "VSS",   "ODT",
+                                      "CS_n",  "CKE",   "RAS_n", "CAS_n", "WE_n",
+                                      "BA",    "BG",    "DM_n",  "DBI_n"};
+
+bool isControl(QChar c) { return c.category() == QChar::Other_Control; }
+
+// Reads one instance of the file; every fault names the instance and the field.
+class InstanceReader {
+public:
+    InstanceReader(db::Design& design, const QJsonObject& object, int position)
+        : design(design), object(object), label(QString("instance %1").arg(position)) {}
+
+    void read() {
+        Instance* instance = design.addInstance();
+        instance->source = object;
+        instance->name = name(object, "name");
+        label = QString("instance '%1'").arg(QString::fromStdString(instance->name));
+        if (design.findInstance(instance->name) != instance) {
+            fail("name", "another instance has this name");
+        }
+        instance->cell = text(object, "cell", true).toStdString();
+        if (instance->cell.empty()) {
+            fail("cell", "is empty");
+        }
+        instance->library = text(object, "library", false).toStdString();
+        readModel(*instance);
+        readStatus(*instance);
+        readParameters(*instance);
+        readTerminals(*instance);
+        readPorts(*instance);
+    }
+
+private:
+    [[noreturn]] void fail(const QString& field, const QString& problem) const {
+        throw DesignError(QString("%1: field '%2' %3").arg(label, field, problem).toStdString());
+    }
+
+    QString text(const QJsonObject& from, const QString& field, bool required,
+                 const QString& where = QString()) const {
+        const QJsonValue value = from.value(field);
+        if (value.isUndefined() && !required) {
+            return QString();
+        }
+        if (!value.isString()) {
+            fail(where + field, "must be a string");
+        }
+        return value.toString();
+    }
+
+    std::string name(const QJsonObject& from, const QString& field,
+                     const QString& where = QString()) const {
+        const std::string value = text(from, field, true, where).toStdString();
+        const std::string problem = nameProblem(value);
+        if (!problem.empty()) {
+            fail(where + field, QString::fromStdString(problem));
+        }
+        return value;
+    }
+
+    // A net name, or null for an unconnected terminal or bit.
+    Net* net(const QJsonObject& from, const QString& where) {
+        const QJsonValue value = from.value("net");
+        if (value.isUndefined() || value.isNull()) {
+            return nullptr;
+        }
+        return design.netNamed(name(from, "net", where));
+    }
+
+    qint64 integer(const QJsonObject& from, const QString& field, qint64 low, qint64 high,
+                   qint64 absent, const QString& where = QString()) const {
+        const QJsonValue value = from.value(field);
+        if (value.isUndefined()) {
+            return absent;
+        }
+        const double number = value.toDouble(-1e300);
+        if (!value.isDouble() || number != static_cast<double>(static_cast<qint64>(number)) ||
+            number < low || number > high) {
+            fail(where + field, QString("must be an integer from %1 to %2").arg(low).arg(high));
+        }
+        return static_cast<qint64>(number);
+    }
+
+    QJsonArray array(const QString& field) const {
+        const QJsonValue value = object.value(field);
+        if (value.isUndefined()) {
+            return QJsonArray();
+        }
+        if (!value.isArray()) {
+            fail(field, "must be an array");
+        }
+        return value.toArray();
+    }
+
+    QJsonObject element(const QJsonValue& value, const QString& where) const {
+        if (!value.isObject()) {
+            fail(where, "must be an object");
+        }
+        return value.toObject();
+    }
+
+    void readModel(Instance& instance) const {
+        const QString model = text(object, "model", false);
+        if (model.isEmpty() || model == "active") {
+            instance.modelKind = ModelKind::Active;
+        } else if (model == "inactive") {
+            instance.modelKind = ModelKind::Inactive;
+        } else if (model == "none") {
+            instance.modelKind = ModelKind::None;
+        } else {
+            fail("model", "must be \"active\", \"inactive\" or \"none\"");
+        }
+        if (instance.modelKind != ModelKind::None) {
+            instance.model = std::make_unique<ModelDef>(instance.modelKind == ModelKind::Active);
+        }
+    }
+
+    void readStatus(Instance& instance) const {
+        instance.statusBits = static_cast<std::uint32_t>(integer(object, "status", 0, 3, 0));
+    }
+
+    void readParameters(Instance& instance) const {
+        const QJsonValue value = object.value("parameters");
+        if (value.isUndefined()) {
+            return;
+        }
+        if (!value.isObject()) {
+            fail("parameters", "must be an object");
+        }
+        const QJsonObject parameters = value.toObject();
+        for (auto it = parameters.begin(); it != parameters.end(); ++it) {
+            const QString where = "parameters." + it.key();
+            if (!it.value().isString()) {
+                fail(where, "must be a string");
+            }
+            const QString text = it.value().toString();
+            if (std::any_of(text.begin(), text.end(), isControl) ||
+                std::any_of(it.key().begin(), it.key().end(), isControl) || it.key().isEmpty()) {
+                fail(where, "holds a control character or an empty name");
+            }
+            instance.parameters.values[it.key().toStdString()] = text.toStdString();
+        }
+        if (instance.cell == probeCellName) {
+            instance.parameters.defaults = &probeItemDefinition();
+        }
+    }
+
+    void readTerminals(Instance& instance) {
+        const QJsonArray terminals = array("terminals");
+        for (int i = 0; i < terminals.size(); ++i) {
+            const QString where = QString("terminals[%1]").arg(i);
+            const QJsonObject terminal = element(terminals[i], where);
+            const std::string termName = name(terminal, "name", where + ".");
+            if (!terminal.contains("bits")) {
+                design.addScalarTerm(&instance, termName, net(terminal, where + "."));
+                continue;
+            }
+            if (!terminal.value("bits").isArray() || terminal.value("bits").toArray().isEmpty()) {
+                fail(where + ".bits", "must be a non-empty array");
+            }
+            std::vector<std::pair<std::string, Net*>> bits;
+            const QJsonArray bitArray = terminal.value("bits").toArray();
+            for (int b = 0; b < bitArray.size(); ++b) {
+                const QString bitWhere = QString("%1.bits[%2]").arg(where).arg(b);
+                const QJsonObject bit = element(bitArray[b], bitWhere);
+                bits.emplace_back(name(bit, "name", bitWhere + "."), net(bit, bitWhere + "."));
+            }
+            design.addBusTerm(&instance, termName, bits);
+        }
+    }
+
+    std::int32_t signal(const QJsonObject& port, const QString& where) const {
+        const QJsonValue value = port.value("signal");
+        if (value.isString()) {
+            for (std::int32_t i = 0; i < std::int32_t(std::size(signalFamilies)); ++i) {
+                if (value.toString() == signalFamilies[i]) {
+                    return i;
+                }
+            }
+            fail(where + "signal", "is not a known signal family");
+        }
+        return static_cast<std::int32_t>(
+            integer(port, "signal", INT32_MIN, INT32_MAX, INT32_MIN - 1LL, where));
+    }
+
+    void readPorts(Instance& instance) const {
+        const QJsonArray ports = array("ddrPorts");
+        for (int i = 0; i < ports.size(); ++i) {
+            const QString where = QString("ddrPorts[%1].").arg(i);
+            const QJsonObject port = element(ports[i], where.chopped(1));
+            if (!port.contains("signal")) {
+                fail(where + "signal", "is missing");
+            }
+            DdrPort ddr;
+            ddr.port = name(port, "port", where);
+            ddr.pin = name(port, "pin", where);
+            ddr.refDes = name(port, "refDes", where);
+            ddr.channel = static_cast<std::uint32_t>(integer(port, "channel", 0, UINT32_MAX, 0, where));
+            ddr.signal = signal(port, where);
+            ddr.index = static_cast<std::int32_t>(integer(port, "index", 0, INT32_MAX, 0, where));
+            instance.ddrPorts.push_back(ddr);
+        }
+    }
+
+    db::Design& design;
+    const QJsonObject& object;
+    QString label;
+};
+
+QString lineAndColumn(const QByteArray& bytes, int offset) {
+    int line = 1;
+    int column = 1;
+    for (int i = 0; i < offset && i < bytes.size(); ++i) {
+        if (bytes[i] == '\n') {
+            ++line;
+            column = 1;
+        } else {
+            ++column;
+        }
+    }
+    return QString("line %1, column %2").arg(line).arg(column);
+}
+
+QJsonObject parseRoot(const QByteArray& bytes) {
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError) {
+        throw DesignError(
+            QString("%1: %2").arg(lineAndColumn(bytes, error.offset), error.errorString()).toStdString());
+    }
+    if (!document.isObject()) {
+        throw DesignError("the file must hold one JSON object");
+    }
+    const QJsonObject root = document.object();
+    if (root.value("format").toString() != formatName) {
+        throw DesignError(std::string("field 'format' must be \"") + formatName + "\"");
+    }
+    if (!root.value("name").isUndefined() && !root.value("name").isString()) {
+        throw DesignError("field 'name' must be a string");
+    }
+    if (!root.value("instances").isArray()) {
+        throw DesignError("field 'instances' must be an array");
+    }
+    return root;
+}
+
+std::string withFile(const QString& path, const std::string& message) {
+    return path.toStdString() + ": " + message;
+}
+
+}  // namespace
+
+std::string nameProblem(const std::string& name) {
+    if (name.empty()) {
+        return "is empty";
+    }
+    for (unsigned char c : name) {
+        if (c < 0x20 || c == 0x7f) {
+            return "holds a control character";
+        }
+        if (c == ' ') {
+            return "holds white space";
+        }
+        if (c == '"' || c == '\\' || c == ',') {
+            return std::string("holds the character ") + static_cast<char>(c);
+        }
+    }
+    return std::string();
+}
+
+std::unique_ptr<db::Design> readDesignFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw DesignError(withFile(path, "cannot read: " + file.errorString().toStdString()));
+    }
+    const QByteArray bytes = file.readAll();
+    auto design = std::make_unique<db::Design>();
+    design->filePath = path;
+    try {
+        design->source = parseRoot(bytes);
+        design->name = design->source.value("name").toString().toStdString();
+        const QJsonArray instances = design->source.value("instances").toArray();
+        for (int i = 0; i < instances.size(); ++i) {
+            if (!instances[i].isObject()) {
+                throw DesignError(QString("instance %1 must be an object").arg(i).toStdString());
+            }
+            const QJsonObject object = instances[i].toObject();
+            InstanceReader(*design, object, i).read();
+        }
+    } catch (const DesignError& error) {
+        throw DesignError(withFile(path, error.what()));
+    }
+    return design;
+}
+
+void writeDesignFile(const db::Design& design) {
+    QJsonObject root = design.source;
+    QJsonArray instances;
+    for (const auto& instance : design.instances) {
+        QJsonObject object = instance->source;
+        object["name"] = QString::fromStdString(instance->name);
+        QJsonObject parameters;
+        for (const auto& [key, value] : instance->parameters.values) {
+            parameters[QString::fromStdString(key)] = QString::fromStdString(value);
+        }
+        object["parameters"] = parameters;
+        instances.append(object);
+    }
+    root["instances"] = instances;
+    QSaveFile file(design.filePath);
+    if (!file.open(QIODevice::WriteOnly)) {
+        throw DesignError(withFile(design.filePath, "cannot write: " + file.errorString().toStdString()));
+    }
+    file.write(QJsonDocument(root).toJson(QJsonDocument::Indented));
+    if (!file.commit()) {
+        throw DesignError(withFile(design.filePath, "cannot write: " + file.errorString().toStdString()));
+    }
+}
+
+void renameInstance(Instance& instance, const std::string& newName) {
+    std::string problem = nameProblem(newName);
+    if (problem.empty() && instance.design->findInstance(newName)) {
+        problem = "is taken by another instance";
+    }
+    if (!problem.empty()) {
+        recordWarning("Instance " + instance.name + " keeps its name: the name '" + newName +
+                      "' " + problem + ".\n");
+        return;
+    }
+    instance.name = newName;
+}
+
+}  // namespace standin

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <string>
+
+#include "standin/Design.h"
+
+// Design files: the JSON form of a design that the stand-in host loads and saves.
+namespace standin {
+
+// Reads and checks a design file; throws DesignError naming the file, the place and the fault.
+std::unique_ptr<db::Design> readDesignFile(const QString& path);
+
+// Writes the design back to the file it came from, keeping everything the file held. The file is
+// replaced in one step or not at all; throws DesignError.
+void writeDesignFile(const db::Design& design);
+
+// Why a text cannot be a name in a design (empty, white space, quotes, backslash, comma or a
+// control character), or an empty text when it can.
+std::string nameProblem(const std::string& name);
+
+// Renames an instance when the new name is usable and free; otherwise warns and keeps the old one.
+void renameInstance(Instance& instance, const std::string& newName);
+
+}  // namespace standin
