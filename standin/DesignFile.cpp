@@ -136,6 +136,9 @@ private:
     }
 
     void readParameters(Instance& instance) const {
+        if (instance.cell == probeCellName) {
+            instance.parameters.defaults = &probeItemDefinition();
+        }
         const QJsonValue value = object.value("parameters");
         if (value.isUndefined()) {
             return;
@@ -155,9 +158,6 @@ private:
                 fail(where, "holds a control character or an empty name");
             }
             instance.parameters.values[it.key().toStdString()] = text.toStdString();
-        }
-        if (instance.cell == probeCellName) {
-            instance.parameters.defaults = &probeItemDefinition();
         }
     }
 

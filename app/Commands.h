@@ -1,0 +1,11 @@
+#pragma once
+
+#include "app/Cli.h"
+
+namespace lanetap {
+
+int runNetlist(const Arguments& arguments);
+int runGet(const Arguments& arguments);
+int runSet(const Arguments& arguments);
+
+}  // namespace lanetap
