@@ -1,0 +1,55 @@
+# LaneTap: `make demo` and `make test` set up a fresh Debian 12 machine, build, and run.
+
+BUILD        ?= build
+SANITIZE_BUILD ?= build-sanitize
+BUILD_TYPE   ?= RelWithDebInfo
+DEMO_DESIGN  ?= examples/ddr4_x8_write.json
+JOBS         ?= $(shell nproc)
+
+# Debian packages the build and the tests need.
+PACKAGES = build-essential cmake ninja-build binutils pkg-config qtbase5-dev qtbase5-dev-tools \
+           libqt5opengl5-dev libgtest-dev libgmock-dev
+
+SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
+
+.PHONY: all deps configure build test demo sanitize test-sanitize format clean
+
+all: build
+
+# Installs only what is missing, quietly.
+deps:
+	@missing=""; \
+	for p in $(PACKAGES); do \
+	  dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q "install ok installed" || missing="$$missing $$p"; \
+	done; \
+	if [ -n "$$missing" ]; then \
+	  echo "Installing Debian packages:$$missing"; \
+	  $(SUDO) apt-get update -qq && \
+	  DEBIAN_FRONTEND=noninteractive $(SUDO) apt-get install -y -qq --no-install-recommends $$missing >/dev/null; \
+	fi
+
+configure: deps
+	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=$(BUILD_TYPE)
+
+build: configure
+	cmake --build $(BUILD) -j $(JOBS)
+
+test: build
+	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+
+demo: build
+	$(BUILD)/bin/lanetap netlist $(DEMO_DESIGN) --probe X1
+
+# The whole suite again, built with AddressSanitizer and UndefinedBehaviorSanitizer.
+sanitize: deps
+	cmake -S . -B $(SANITIZE_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DLANETAP_SANITIZE=ON
+	cmake --build $(SANITIZE_BUILD) -j $(JOBS)
+
+test-sanitize: sanitize
+	cd $(SANITIZE_BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+
+format:
+	git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+clean:
+	rm -rf $(BUILD) $(SANITIZE_BUILD)
