@@ -1,0 +1,112 @@
+#include "discovery/SignalRecord.h"
+
+#include <algorithm>
+
+#include "catalogue/ComplianceLookups.h"
+#include "catalogue/MeasurementTypes.h"
+
+namespace LaneTapUI {
+
+void SignalRecord::addMeasurement(const QString& name) {
+    if (measurements.contains(name)) {
+        return;
+    }
+    measurements.insert(name, measurementTypesByDisplayName().value(name, StrobedEye));
+    addReference(name, defaultReference);
+}
+
+void SignalRecord::removeMeasurement(const QString& name) {
+    measurements.remove(name);
+    refSignals.remove(name);
+}
+
+void SignalRecord::setMeasurements(const QList<int>& codes) {
+    measurements.clear();
+    const QHash<MeasurementType, QString>& names = measurementDisplayNames();
+    for (int code : codes) {
+        const auto known = names.constFind(static_cast<MeasurementType>(code));
+        if (known != names.constEnd()) {
+            measurements.insert(known.value(), code);
+        }
+    }
+}
+
+void SignalRecord::setMeasurementsWithReferences(const QList<int>& codes) {
+    setMeasurements(codes);
+    for (auto it = measurements.cbegin(); it != measurements.cend(); ++it) {
+        addReference(it.key(), defaultReference);
+    }
+}
+
+void SignalRecord::setCompliance(const QList<int>& ids) {
+    compliance.clear();
+    for (int id : ids) {
+        if (hasCompliance(signalType, id)) {
+            compliance.replace(complianceName(signalType, id), id);
+        }
+    }
+}
+
+void SignalRecord::addCompliance(const QString& name, const QString& dramType) {
+    for (qint32 id : complianceIdsWithName(signalType, dramType, name)) {
+        compliance.insert(name, id);
+    }
+}
+
+void SignalRecord::removeCompliance(const QString& name) {
+    compliance.remove(name);
+}
+
+void SignalRecord::addReference(const QString& name, SignalRecord* reference) {
+    if (referenceFreeTypesByDisplayName().contains(name)) {
+        return;
+    }
+    if (!reference) {
+        refSignals.insert(name, SignalRecordHash());
+        return;
+    }
+    SignalRecordHash& references = refSignals[name];
+    if (!references.contains(reference->key)) {
+        references.insert(reference->key, reference);
+    }
+}
+
+void SignalRecord::removeReference(const QString& name, const SignalRecord* reference) {
+    const auto entry = refSignals.find(name);
+    if (reference && entry != refSignals.end()) {
+        entry->remove(reference->key);
+    }
+}
+
+void SignalRecord::setReferences(const QString& name, const SignalRecordHash& references) {
+    refSignals.remove(name);
+    refSignals.insert(name, references);
+}
+
+SignalRecordHash SignalRecord::referencesOf(const QString& name) const {
+    return refSignals.value(name);
+}
+
+bool SignalRecord::allMeasurementsReferenced() const {
+    return !refSignals.isEmpty() &&
+           std::none_of(refSignals.cbegin(), refSignals.cend(),
+                        [](const SignalRecordHash& references) { return references.isEmpty(); });
+}
+
+QString SignalRecord::instanceNames() const {
+    return QStringList(instances.keys()).join(QStringLiteral(", "));
+}
+
+void SignalRecord::addWlRefSignal(SignalRecord* reference) {
+    if (reference && !wlRefSignals.contains(reference->key)) {
+        wlRefSignals.insert(reference->key, reference);
+    }
+}
+
+void SignalRecord::removeWlRefSignal(const SignalRecord* reference) {
+    if (reference) {
+        wlRefSignals.remove(reference->key);
+    }
+}
+
+}  // namespace LaneTapUI

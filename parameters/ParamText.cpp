@@ -1,0 +1,163 @@
+#include "parameters/ParamText.h"
+
+#include <locale.h>  // newlocale
+#include <stdlib.h>  // strtod_l
+#include <QRegExp>
+
+#include <cerrno>
+#include <sstream>
+#include <stdexcept>
+
+namespace LaneTapUI {
+namespace {
+
+// Runs `parse` over the stored value. A standard exception, from the host for a missing parameter
+// or from a conversion, ends the parse and leaves whatever `parse` had put into the result.
+template <class Result, class Parse>
+Result readSafely(const db::ParamIterConst& params, const std::string& name, Parse parse) {
+    Result result{};
+    try {
+        parse(params.get_param_string_value(name), result);
+    } catch (const std::exception&) {
+    }
+    return result;
+}
+
+QString widen(const std::string& bytes) {
+    return QString::fromLatin1(bytes.data(), static_cast<int>(bytes.size()));
+}
+
+// std::stod with the decimal point whatever the process locale: the host may run under a locale
+// with a decimal comma, while stored numbers always carry a point.
+double toDouble(const std::string& text) {
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+    const char* begin = text.c_str();
+    char* end = nullptr;
+    const int savedErrno = errno;
+    errno = 0;
+    const double value = strtod_l(begin, &end, cLocale);
+    const bool outOfRange = errno == ERANGE;
+    errno = savedErrno;
+    if (end == begin) {
+        throw std::invalid_argument("stod");
+    }
+    if (outOfRange) {
+        throw std::out_of_range("stod");
+    }
+    return value;
+}
+
+// Calls `visit` with each entry of a "," separated value.
+template <class Visit>
+void forEachEntry(const std::string& value, Visit visit) {
+    std::istringstream stream(value);
+    std::string entry;
+    while (std::getline(stream, entry, ',')) {
+        visit(widen(entry));
+    }
+}
+
+// Calls `visit` with the white-space separated parts of each entry that has at least `minimum`.
+template <class Visit>
+void forEachRecord(const std::string& value, int minimum, Visit visit) {
+    forEachEntry(value, [&](const QString& entry) {
+        const QStringList parts = splitOnWhiteSpace(entry);
+        if (parts.size() >= minimum) {
+            visit(parts);
+        }
+    });
+}
+
+QList<int> toInts(const QStringList& tokens) {
+    QList<int> numbers;
+    for (const QString& token : tokens) {
+        numbers.append(token.toInt(nullptr, 10));
+    }
+    return numbers;
+}
+
+void store(db::ParamIter& params, const std::string& name, const std::string& value) {
+    try {
+        params.set_param_string_value(name, value);
+    } catch (const std::exception&) {
+    }
+}
+
+}  // namespace
+
+QStringList splitOnWhiteSpace(const QString& text) {
+    return text.split(QRegExp("\\s+"), Qt::SkipEmptyParts);
+}
+
+std::string readParamString(const db::ParamIterConst& params, const std::string& name) {
+    return readSafely<std::string>(params, name,
+                                   [](const std::string& value, std::string& out) { out = value; });
+}
+
+QString readParamText(const db::ParamIterConst& params, const std::string& name) {
+    return widen(readParamString(params, name));
+}
+
+int readParamInt(const db::ParamIterConst& params, const std::string& name) {
+    return readSafely<int>(params, name,
+                           [](const std::string& value, int& out) { out = std::stoi(value); });
+}
+
+double readParamDouble(const db::ParamIterConst& params, const std::string& name) {
+    return readSafely<double>(params, name,
+                              [](const std::string& value, double& out) { out = toDouble(value); });
+}
+
+QStringList readParamStringList(const db::ParamIterConst& params, const std::string& name) {
+    return readSafely<QStringList>(params, name, [](const std::string& value, QStringList& out) {
+        forEachEntry(value, [&](const QString& entry) { out.append(entry); });
+    });
+}
+
+IntListMap readParamIntListMap(const db::ParamIterConst& params, const std::string& name) {
+    return readSafely<IntListMap>(params, name, [](const std::string& value, IntListMap& out) {
+        forEachRecord(value, 1, [&](const QStringList& parts) {
+            out.insert(parts.first(), toInts(parts.mid(1)));
+        });
+    });
+}
+
+ReferenceMap readParamReferenceMap(const db::ParamIterConst& params, const std::string& name) {
+    return readSafely<ReferenceMap>(params, name, [](const std::string& value, ReferenceMap& out) {
+        forEachRecord(value, 2, [&](const QStringList& parts) {
+            out[parts.at(0)][parts.at(1).toInt(nullptr, 10)].append(parts.mid(2));
+        });
+    });
+}
+
+StringListMap readParamStringListMap(const db::ParamIterConst& params, const std::string& name) {
+    return readSafely<StringListMap>(params, name,
+                                     [](const std::string& value, StringListMap& out) {
+                                         forEachRecord(value, 1, [&](const QStringList& parts) {
+                                             out[parts.first()].append(parts.mid(1));
+                                         });
+                                     });
+}
+
+void writeParamString(db::ParamIter& params, const std::string& name, const QString& text) {
+    store(params, name, text.toStdString());
+}
+
+void writeParamStringList(db::ParamIter& params, const std::string& name,
+                          const QStringList& items) {
+    QString text;
+    for (const QString& item : items) {
+        text += item + ',';
+    }
+    writeParamString(params, name, text);
+}
+
+void writeParamInt(db::ParamIter& params, const std::string& name, int value) {
+    store(params, name, std::to_string(value));
+}
+
+void writeParamDouble(db::ParamIter& params, const std::string& name, double value) {
+    writeParamString(params, name, QString::asprintf("%f", value));
+}
+
+}  // namespace LaneTapUI
