@@ -109,4 +109,43 @@ void SignalRecord::removeWlRefSignal(const SignalRecord* reference) {
     }
 }
 
+namespace {
+
+// The inverse node of a die-level pair; a record without nets keeps its nets empty.
+QString inverseOf(const QString& net) { return net.isEmpty() ? net : net + QLatin1String("_Inv"); }
+
+}  // namespace
+
+void SignalRecord::addInstanceNode(const QString& instance, const QString& cell,
+                                   const QString& port, const QString& net) {
+    const bool dieNode = nodeLabel.endsWith(QLatin1String("Die"));
+    auto existing = instances.find(instance);
+    if (existing == instances.end()) {
+        InstanceNodes nodes;
+        nodes.single = polarity == QLatin1String("s");
+        if (polarity == QLatin1String("c")) {
+            nodes.nPort = port;
+            nodes.nNet = net;
+        } else {
+            nodes.pPort = port;
+            nodes.pNet = net;
+        }
+        instances.insert(instance, nodes);
+        models[cell].append(instance);
+        return;
+    }
+    InstanceNodes& nodes = existing.value();
+    if (polarity == QLatin1String("c")) {
+        nodes.pPort = port;
+        nodes.pNet = net;
+        if (dieNode && !nodes.single) {
+            nodes.nPort = port + QLatin1String("_Inv");
+            nodes.nNet = inverseOf(net);
+        }
+    } else if (polarity == QLatin1String("t") && !nodes.single) {
+        nodes.nPort = dieNode ? port + QLatin1String("_Inv") : port;
+        nodes.nNet = dieNode ? inverseOf(nodes.pNet) : net;
+    }
+}
+
 }  // namespace LaneTapUI

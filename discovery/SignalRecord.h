@@ -95,6 +95,12 @@ struct SignalRecord {
     // True when some measurement has a reference entry and every entry holds a reference.
     bool allMeasurementsReferenced() const;
 
+    // Adds the port and net of an instance. A new instance gets an entry whose slot follows the
+    // record's polarity; a known one completes its pair: the record's polarity, not the arriving
+    // pin's, decides, and a die-level pair takes its negative node from the positive net + "_Inv".
+    void addInstanceNode(const QString& instance, const QString& cell, const QString& port,
+                         const QString& net);
+
     // The instance names, in the hash's order, joined with ", ".
     QString instanceNames() const;
 

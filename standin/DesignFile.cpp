@@ -4,6 +4,10 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSaveFile>
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+#include <cstring>
 
 #include "standin/Host.h"
 #include "standin/Warnings.h"
@@ -89,9 +93,10 @@ private:
         if (value.isUndefined()) {
             return absent;
         }
-        const double number = value.toDouble(-1e300);
-        if (!value.isDouble() || number != static_cast<double>(static_cast<qint64>(number)) ||
-            number < low || number > high) {
+        // The range is checked before the conversion: a double outside qint64 does not convert.
+        const double number = value.toDouble();
+        if (!value.isDouble() || !(number >= static_cast<double>(low)) ||
+            !(number <= static_cast<double>(high)) || number != std::floor(number)) {
             fail(where + field, QString("must be an integer from %1 to %2").arg(low).arg(high));
         }
         return static_cast<qint64>(number);
@@ -148,16 +153,22 @@ private:
         }
         const QJsonObject parameters = value.toObject();
         for (auto it = parameters.begin(); it != parameters.end(); ++it) {
-            const QString where = "parameters." + it.key();
+            // One copy of the key: the scan's begin and end must come from the same string.
+            const QString key = it.key();
+            // A bad key is not repeated in the message, which stays on one line.
+            if (key.isEmpty() || std::any_of(key.cbegin(), key.cend(), isControl)) {
+                fail("parameters",
+                     "holds a parameter with an empty name or a control character in its name");
+            }
+            const QString where = "parameters." + key;
             if (!it.value().isString()) {
                 fail(where, "must be a string");
             }
             const QString text = it.value().toString();
-            if (std::any_of(text.begin(), text.end(), isControl) ||
-                std::any_of(it.key().begin(), it.key().end(), isControl) || it.key().isEmpty()) {
-                fail(where, "holds a control character or an empty name");
+            if (std::any_of(text.cbegin(), text.cend(), isControl)) {
+                fail(where, "holds a control character");
             }
-            instance.parameters.values[it.key().toStdString()] = text.toStdString();
+            instance.parameters.values[key.toStdString()] = text.toStdString();
         }
     }
 
@@ -223,17 +234,22 @@ private:
     QString label;
 };
 
-QString lineAndColumn(const QByteArray& bytes, int offset) {
-    int line = 1;
-    int column = 1;
-    for (int i = 0; i < offset && i < bytes.size(); ++i) {
-        if (bytes[i] == '\n') {
-            ++line;
-            column = 1;
-        } else {
-            ++column;
-        }
+// The line and column, counted in characters, of a syntax error that Qt reports at a byte offset.
+QString lineAndColumn(const QByteArray& bytes, const QJsonParseError& error) {
+    int offset = std::clamp(error.offset, 0, static_cast<int>(bytes.size()));
+    // Qt reports most errors just past the character it choked on, having consumed it; it reports
+    // trailing garbage, bad numbers and bad UTF-8 at the character itself.
+    const bool pastTheCharacter = error.error != QJsonParseError::GarbageAtEnd &&
+                                  error.error != QJsonParseError::IllegalNumber &&
+                                  error.error != QJsonParseError::IllegalUTF8String;
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; };
+    if (pastTheCharacter && offset > 0 && !isBlank(bytes[offset - 1])) {
+        --offset;
     }
+    const int lineStart = offset > 0 ? bytes.lastIndexOf('\n', offset - 1) + 1 : 0;
+    const int line = static_cast<int>(bytes.left(lineStart).count('\n')) + 1;
+    const int column =
+        QString::fromUtf8(bytes.mid(lineStart, offset - lineStart)).toUcs4().size() + 1;
     return QString("line %1, column %2").arg(line).arg(column);
 }
 
@@ -242,7 +258,7 @@ QJsonObject parseRoot(const QByteArray& bytes) {
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError) {
         throw DesignError(
-            QString("%1: %2").arg(lineAndColumn(bytes, error.offset), error.errorString()).toStdString());
+            QString("%1: %2").arg(lineAndColumn(bytes, error), error.errorString()).toStdString());
     }
     if (!document.isObject()) {
         throw DesignError("the file must hold one JSON object");
@@ -270,15 +286,16 @@ std::string nameProblem(const std::string& name) {
     if (name.empty()) {
         return "is empty";
     }
-    for (unsigned char c : name) {
-        if (c < 0x20 || c == 0x7f) {
+    // Checked by character, so that non-ASCII white space and control characters count too.
+    for (const QChar c : QString::fromStdString(name)) {
+        if (isControl(c)) {
             return "holds a control character";
         }
-        if (c == ' ') {
+        if (c.isSpace()) {
             return "holds white space";
         }
         if (c == '"' || c == '\\' || c == ',') {
-            return std::string("holds the character ") + static_cast<char>(c);
+            return std::string("holds the character ") + c.toLatin1();
         }
     }
     return std::string();
@@ -319,15 +336,28 @@ void writeDesignFile(const db::Design& design) {
         for (const auto& [key, value] : instance->parameters.values) {
             parameters[QString::fromStdString(key)] = QString::fromStdString(value);
         }
-        object["parameters"] = parameters;
+        // An instance that had no parameters in the file and has none now keeps that shape.
+        if (!parameters.isEmpty() || object.contains("parameters")) {
+            object["parameters"] = parameters;
+        }
         instances.append(object);
     }
     root["instances"] = instances;
     QSaveFile file(design.filePath);
     if (!file.open(QIODevice::WriteOnly)) {
-        throw DesignError(withFile(design.filePath, "cannot write: " + file.errorString().toStdString()));
+        throw DesignError(
+            withFile(design.filePath, "cannot write: " + file.errorString().toStdString()));
     }
-    file.write(QJsonDocument(root).toJson(QJsonDocument::Indented));
+    // QSaveFile only notices a failed write that happens before commit(), so the text is written
+    // out here and checked; a short write leaves the original untouched.
+    const QByteArray text = QJsonDocument(root).toJson(QJsonDocument::Indented);
+    errno = 0;
+    if (file.write(text) != text.size() || !file.flush()) {
+        // Qt keeps no message for a failed flush; the system's reason is the useful one.
+        const std::string reason = errno ? std::strerror(errno) : file.errorString().toStdString();
+        file.cancelWriting();
+        throw DesignError(withFile(design.filePath, "cannot write: " + reason));
+    }
     if (!file.commit()) {
         throw DesignError(withFile(design.filePath, "cannot write: " + file.errorString().toStdString()));
     }

@@ -1,0 +1,298 @@
+#include "discovery/SignalDiscovery.h"
+
+#include "catalogue/SignalTypes.h"
+#include "discovery/DesignWalk.h"
+#include "host/OpenAccess.h"
+#include "parameters/ParamText.h"
+#include "parameters/PinName.h"
+
+namespace LaneTapUI {
+namespace {
+
+const QString dieLabel = QStringLiteral("Die");
+const QString rxLabel = QStringLiteral("Rx Output");
+
+using RecordList = std::vector<std::unique_ptr<SignalRecord>>;
+
+// A net with a suffix for a place behind the pin; an empty net stays empty.
+QString suffixed(const QString& net, const QString& suffix) {
+    return net.isEmpty() ? net : net + suffix;
+}
+
+QString ebdNodeNet(const QString& net, int position, const QString& label) {
+    QString suffix = QStringLiteral("_EBDNode_") + QString::number(position);
+    if (label == dieLabel) {
+        suffix += QStringLiteral("_Die");
+    } else if (label == rxLabel) {
+        suffix += QStringLiteral("_DQRxOut");
+    }
+    return suffixed(net, suffix);
+}
+
+// What the walk knows of the instance whose ports it is turning into records.
+struct InstanceScan {
+    db::Instance* instance;
+    QString name;
+    QString cell;
+    bool pinMode;
+    bool dieMode;
+    NetsByTerminal nets;
+    EbdNodes ebdNodes;
+};
+
+// One place on one port, from which a record is made.
+struct PortPlace {
+    QString channel;
+    QString refDes;
+    QString signalId;
+    QString pin;
+    QString port;
+};
+
+std::unique_ptr<SignalRecord> makeRecord(const InstanceScan& scan, const PortPlace& place,
+                                         const QString& refDes, const QString& label,
+                                         const QString& net) {
+    auto record = std::make_unique<SignalRecord>();
+    record->channel = place.channel;
+    record->refDes = refDes;
+    record->signalId = place.signalId;
+    record->pinName = place.pin;
+    record->nodeLabel = label;
+    const PinNameParts parts = splitPinName(place.signalId);
+    record->signalType = parts.group;
+    record->signalIndex = parts.index;
+    record->polarity = parts.polarity;
+    record->addInstanceNode(scan.name, scan.cell, place.port, net);
+    record->nodeLabelDotted = QString(label).replace(' ', '.');
+    record->nodeName = refDes;
+    record->displayName = refDes;
+    if (!label.isEmpty()) {
+        record->nodeName += "_" + record->nodeLabelDotted;
+        record->displayName += " (" + label + ")";
+    }
+    record->key = record->signalType + "_" + record->channel + "_" + record->nodeName + "_" +
+                  record->signalType + record->signalIndex;
+    record->groupKey = record->signalType + "_" + record->channel + "_" + record->nodeName;
+    record->channelGroupKey = record->signalType + "_" + record->channel;
+    return record;
+}
+
+class Discovery {
+public:
+    Discovery(const MemoryTxRxComponentParameters& controller, DiscoveryKind kind,
+              SignalRecordHash& signals)
+        : controller(controller), withNets(kind == DiscoveryKind::Netlist), signals(signals) {}
+
+    void scanInstance(db::Instance* instance) {
+        InstanceScan scan{instance,
+                          QString::fromStdString(db::get_instance_name(instance)),
+                          QString::fromStdString(db::get_model_cell_name(instance)),
+                          isPinMode(instance),
+                          isDieMode(instance),
+                          {},
+                          {}};
+        scan.ebdNodes = collectEbdNodes(instance);
+        scan.nets = collectNets(instance);
+        const DDRBusPlanner::DDRMetaData metaData(instance);
+        const std::vector<DDRBusPlanner::DDRPortInfo*> ports = metaData.get_all_meta_data();
+        for (const DDRBusPlanner::DDRPortInfo* port : ports) {
+            const DDRBusPlanner::DDRSignalID id = port->get_signal_id();
+            const QString family = signalTypeName(id.get_signal_id_type());
+            if (isPowerOrUnknown(family)) {
+                continue;
+            }
+            const QString portName = QString::fromStdString(port->get_port_name());
+            addRecords(recordsForPort(scan, *port, family + QString::number(id.index)), scan,
+                       portName);
+        }
+    }
+
+private:
+    static bool isPowerOrUnknown(const QString& family) {
+        if (family == QLatin1String("UNKNOWN")) {
+            return true;
+        }
+        for (const char* power : {"VDD", "VSS", "VTT", "VPP"}) {
+            if (family.contains(QLatin1String(power))) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    RecordList recordsForPort(const InstanceScan& scan, const DDRBusPlanner::DDRPortInfo& port,
+                              const QString& signalId) const {
+        const PortPlace place{QStringLiteral("Ch") + QString::number(port.get_channel_id()),
+                              QString::fromStdString(port.get_ref_des()), signalId,
+                              QString::fromStdString(port.get_pin_name()),
+                              QString::fromStdString(port.get_port_name())};
+        const QString family = signalTypeName(port.get_signal_id().get_signal_id_type());
+        const bool probed = controller.isProbedInstance(family, scan.cell);
+        const QString net = withNets ? scan.nets.value(place.port) : QString();
+        RecordList records;
+        auto add = [&](const QString& refDes, const QString& label, const QString& recordNet) {
+            records.push_back(makeRecord(scan, place, refDes, label, recordNet));
+        };
+        if (scan.pinMode) {
+            add(place.refDes, QString(), net);
+            if (scan.dieMode) {
+                add(place.refDes, dieLabel, suffixed(net, QStringLiteral("_Die")));
+            }
+            if (probed) {
+                add(place.refDes, rxLabel, suffixed(net, QStringLiteral("_DQRxOut")));
+            }
+            return records;
+        }
+        const QStringList nodes = scan.ebdNodes.value(place.port);
+        add(place.refDes, QString(), net);
+        for (int i = 0; i < nodes.size(); ++i) {
+            add(place.refDes + "." + nodes[i], QString(), ebdNodeNet(net, i, QString()));
+        }
+        for (const QString& label : {dieLabel, rxLabel}) {
+            if (label == dieLabel ? scan.dieMode : probed) {
+                for (int i = 0; i < nodes.size(); ++i) {
+                    add(place.refDes + "." + nodes[i], label, ebdNodeNet(net, i, label));
+                }
+            }
+        }
+        return records;
+    }
+
+    void addRecords(RecordList records, const InstanceScan& scan, const QString& port) {
+        const bool connected = scan.nets.contains(port);
+        const QString net = withNets ? scan.nets.value(port) : QString();
+        for (std::unique_ptr<SignalRecord>& record : records) {
+            auto existing = signals.find(record->key);
+            if (existing == signals.end()) {
+                if (connected) {
+                    // The key is read before the release: argument order is unspecified.
+                    SignalRecord* released = record.release();
+                    signals.insert(released->key, released);
+                }
+                continue;
+            }
+            SignalRecord* known = existing.value();
+            if (connected) {
+                addNodes(*known, *record, scan, port, net);
+            } else if (known->instances.contains(scan.name)) {
+                // The other half of this pair was connected, this one is not: drop the pair.
+                meridian_report_warning("Only one node of differential signal '" +
+                                        known->key.toStdString() + "' for instance " +
+                                        scan.name.toStdString() + " is connected. Ignoring it.\n");
+                signals.erase(existing);
+                delete known;
+            }
+        }
+    }
+
+    // A connected port reaching a signal that is already known adds its node to it.
+    void addNodes(SignalRecord& known, const SignalRecord& arriving, const InstanceScan& scan,
+                  const QString& port, const QString& net) const {
+        const QString& label = arriving.nodeLabel;
+        if (!withNets) {
+            known.addInstanceNode(scan.name, scan.cell, port, QString());
+            return;
+        }
+        if (label.isEmpty()) {
+            known.addInstanceNode(scan.name, scan.cell, port, net);
+        }
+        if (!scan.pinMode) {
+            // Each board node overwrites the last; the last node's net stands.
+            const QStringList nodes = scan.ebdNodes.value(port);
+            for (int i = 0; i < nodes.size() && (label == dieLabel || label == rxLabel); ++i) {
+                known.addInstanceNode(scan.name, scan.cell, port, ebdNodeNet(net, i, label));
+            }
+        } else if (label == dieLabel) {
+            known.addInstanceNode(scan.name, scan.cell, port, suffixed(net, "_Die"));
+        } else if (label == rxLabel) {
+            known.addInstanceNode(scan.name, scan.cell, port, suffixed(net, "_DQRxOut"));
+        }
+    }
+
+    const MemoryTxRxComponentParameters& controller;
+    const bool withNets;
+    SignalRecordHash& signals;
+};
+
+QString oaNetName(OpenAccess_4::oaBitNet* net) {
+    OpenAccess_4::oaName name;
+    net->getName(name);
+    OpenAccess_4::oaString text;
+    name.get(text);
+    return QString::fromUtf8(static_cast<const char*>(text));
+}
+
+QString terminalName(OpenAccess_4::oaInstTerm* bit) {
+    db::MeridianObject* object = db::MeridianObject::find_oa_object_meridian_data(bit);
+    if (!object) {
+        object = db::MeridianObject::create_oa_object_meridian_data(bit);
+    }
+    return QString::fromStdString(db::get_inst_term_name(static_cast<db::InstTerm*>(object)));
+}
+
+}  // namespace
+
+std::unique_ptr<ControllerParameters> findControllerParameters(db::Design* design) {
+    auto parameters = std::make_unique<ControllerParameters>();
+    walkInstances(design, [&](db::Instance* instance) {
+        if (db::get_model_cell_name(instance) != controllerCellName) {
+            return true;
+        }
+        parameters->readParameters(instance);
+        return false;
+    });
+    return parameters;
+}
+
+void discoverSignals(db::Design* design, const MemoryTxRxComponentParameters& controller,
+                     DiscoveryKind kind, SignalRecordHash& signals) {
+    Discovery discovery(controller, kind, signals);
+    walkInstances(design, [&](db::Instance* instance) {
+        discovery.scanInstance(instance);
+        return true;
+    });
+}
+
+EbdNodes collectEbdNodes(db::Instance* instance) {
+    EbdNodes nodes;
+    if (isPinMode(instance)) {
+        return nodes;
+    }
+    const db::ParamIter parameters(instance);
+    const QStringList ports = splitOnWhiteSpace(readParamText(parameters, "IbisPinSelPort"));
+    const QStringList counts = splitOnWhiteSpace(readParamText(parameters, "IbisPinSelEbdNodes"));
+    QStringList names = splitOnWhiteSpace(readParamText(parameters, "IbisPinSelEbdNodesName"));
+    for (int i = 0; i < ports.size(); ++i) {
+        // The three lists are trusted to match; a short list simply runs out here.
+        const int count = i < counts.size() ? counts[i].toInt() : 0;
+        QStringList portNodes;
+        for (int n = 0; n < count && !names.isEmpty(); ++n) {
+            portNodes << names.takeFirst().split('.', Qt::SkipEmptyParts).value(0);
+        }
+        nodes.insert(ports[i], portNodes);
+    }
+    return nodes;
+}
+
+NetsByTerminal collectNets(db::Instance* instance) {
+    NetsByTerminal nets;
+    if (!instance) {
+        return nets;
+    }
+    for (db::InstTermIter terms(instance); db::InstTerm* term = terms.get_current_data();
+         terms.set_next()) {
+        auto* oaTerm = static_cast<OpenAccess_4::oaInstTerm*>(term->oaObject);
+        db::Net* net = term->get_net_of_object_only();
+        OpenAccess_4::oaNet* oaNet = net ? net->cast_to_oa_net() : nullptr;
+        for (unsigned bit = 0; bit < oaTerm->getNumBits(); ++bit) {
+            const QString name = terminalName(oaTerm->getBit(bit));
+            OpenAccess_4::oaBitNet* bitNet = oaNet ? oaNet->getBit(bit) : nullptr;
+            if (bitNet) {
+                nets.insert(name, oaNetName(bitNet));
+            }
+        }
+    }
+    return nets;
+}
+
+}  // namespace LaneTapUI
