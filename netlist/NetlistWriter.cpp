@@ -1,21 +1,145 @@
 #include "netlist/NetlistWriter.h"
 
-NetlistWriter::NetlistWriter(db::ParamIter* parameters, db::Instance* instance)
-    : parameterIterator(parameters), probeInstance(instance) {}
+#include <QSet>
+#include <QtAlgorithms>
 
-NetlistWriter::~NetlistWriter() = default;
+#include "discovery/SignalDiscovery.h"
+#include "netlist/NetlistText.h"
+#include "parameters/ParamText.h"
+
+namespace LaneTapUI {
+
+namespace NetlistText {
+
+void reportWarning(const QString& text) {
+    meridian_report_warning(text.toStdString());
+}
+
+}  // namespace NetlistText
+
+namespace {
+
+// The design that holds the probe; the walks see the whole of it.
+db::Design* designOf(const db::Instance* instance) {
+    return instance ? instance->design : nullptr;
+}
+
+}  // namespace
+
+NetlistWriter::NetlistWriter(db::ParamIter* parameters, db::Instance* instance)
+    : parameterIterator(parameters), probeInstance(instance) {
+    findControllerParameters();
+    discoverSignals();
+}
+
+// Records that selection dropped are gone already; what is left in the hash is ours.
+NetlistWriter::~NetlistWriter() {
+    qDeleteAll(signals);
+}
+
+void NetlistWriter::findControllerParameters() {
+    controllerParameters = LaneTapUI::findControllerParameters(designOf(probeInstance));
+    if (!controllerParameters) {
+        controllerParameters = std::make_unique<ControllerParameters>();
+    }
+}
+
+void NetlistWriter::discoverSignals() {
+    LaneTapUI::discoverSignals(designOf(probeInstance), *controllerParameters,
+                               DiscoveryKind::Netlist, signals);
+}
 
 std::string NetlistWriter::writeBlock() {
-    QString block = "\n#load \"python\",\"TDM_LaneTap\"\n";
+    QString block = QStringLiteral("\n#load \"python\",\"TDM_LaneTap\"\n");
     const QString probeName = QString::fromStdString(db::get_instance_name(probeInstance));
-    block += "ComponentWithNodes:" + probeName + " ";
+    block += QStringLiteral("ComponentWithNodes:") + probeName + QLatin1Char(' ');
+
+    collectSelectedSignals();
     if (signals.isEmpty()) {
-        meridian_report_warning("No signals selected for '" + probeName.toStdString() +
-                                "' component.\n");
+        // Not a reason to stop: the block still carries the settings.
+        NetlistText::reportWarning(QStringLiteral("No signals selected for '") + probeName +
+                                   QStringLiteral("' component.\n"));
     }
-    block += "Type=\"ModelExtractor\" Module=\"LaneTap\" \\\n";
+
+    // The node list ends in a blank, so the type continues the first line.
+    block += writeNodeList();
+    block += QStringLiteral("Type=\"ModelExtractor\" Module=\"LaneTap\"") +
+             NetlistText::lineContinuation;
+    block += writeSettingsBlock();
+    block += writeNodeData();
+    block += writeNodeMeasMap();
+    if (isComplianceEnabled()) {
+        block += writeNodeRefMap();
+        block += writeComplianceMap();
+    }
+
     // The last line keeps its blank and loses its continuation.
     block.chop(2);
-    block += "\n\n";
+    block += QStringLiteral("\n\n");
     return block.toStdString();
 }
+
+bool NetlistWriter::isComplianceEnabled() const {
+    return readParamInt(*parameterIterator, "EnableComplianceMeasurements") != 0 &&
+           !controllerParameters->isDDRSimulation();
+}
+
+QString NetlistWriter::measurementCellForType(const QString& signalType) const {
+    const bool dataSignal = signalType == QLatin1String("DQ") || signalType == QLatin1String("DQS");
+    if (dataSignal && controllerParameters->isReadMode()) {
+        return QString::fromLatin1(controllerCellName);
+    }
+    return QString::fromLatin1(memoryCellName);
+}
+
+void NetlistWriter::collectSelectedSignals() {
+    QSet<QString> wanted;
+    const auto take = [&](const QString& key) {
+        if (signals.contains(key)) {
+            wanted.insert(key);
+        }
+    };
+
+    // A stored key whose signal has gone from the design is passed over without a word.
+    for (const QString& key : readParamStringList(*parameterIterator, "SelectedSignalList")) {
+        take(key);
+    }
+
+    // A reference is watched also when it was not selected for itself.
+    const ReferenceMap references =
+        readParamReferenceMap(*parameterIterator, "SelectedMeasurementsRefSignalListMap");
+    for (const QHash<int, QStringList>& byMeasurement : references) {
+        for (const QStringList& keys : byMeasurement) {
+            for (const QString& key : keys) {
+                take(key);
+            }
+        }
+    }
+
+    // Compliance is judged on the receiving side: all of its signals take part, with their
+    // companions, selected or not.
+    if (isComplianceEnabled()) {
+        for (SignalRecord* record : qAsConst(signals)) {
+            if (!record->models.contains(measurementCellForType(record->signalType))) {
+                continue;
+            }
+            wanted.insert(record->key);
+            for (const QString& key : connectionDiagnostics(record)) {
+                take(key);
+            }
+        }
+    }
+
+    SignalRecordHash selected;
+    for (const QString& key : qAsConst(wanted)) {
+        selected.insert(key, signals.value(key));
+    }
+    for (auto it = signals.cbegin(); it != signals.cend(); ++it) {
+        if (!selected.contains(it.key())) {
+            delete it.value();
+        }
+    }
+    signals = selected;
+}
+
+}  // namespace LaneTapUI

@@ -1,14 +1,21 @@
 #pragma once
 
 #include <QHash>
+#include <QList>
 #include <QString>
+#include <QStringList>
+#include <memory>
 #include <string>
 
+#include "discovery/SignalRecord.h"
 #include "host/Database.h"
+#include "parameters/ControllerParameters.h"
 
-struct SignalRecord;
+namespace LaneTapUI {
 
-// Writes the netlist block of one probe instance. Made for one netlist call and destroyed after.
+// Writes the netlist block of one probe instance: the nets the post-processing module watches and
+// what it is to do with them. Made for one netlist call and destroyed after it; construction
+// already finds the controller and discovers every signal of the design.
 class NetlistWriter {
 public:
     NetlistWriter(db::ParamIter* parameterIterator, db::Instance* probeInstance);
@@ -16,11 +23,44 @@ public:
     NetlistWriter(const NetlistWriter&) = delete;
     NetlistWriter& operator=(const NetlistWriter&) = delete;
 
-    // The block: the load line, one statement continued over lines, and an empty line.
+    // The block: the load line, one statement continued over lines, and an empty line. Cuts the
+    // signals down to the selection, so it is called once.
     std::string writeBlock();
 
+    // Compliance is on when the probe stores it and the simulation is transient.
+    bool isComplianceEnabled() const;
+    // The receiving side of a signal type, on which compliance is judged.
+    QString measurementCellForType(const QString& signalType) const;
+
+    // The signals the block is about: everything discovered, then the selection.
+    const SignalRecordHash& signalHash() const { return signals; }
+
 private:
-    QHash<QString, SignalRecord*> signals;
+    void findControllerParameters();
+    void discoverSignals();
+    void collectSelectedSignals();
+
+    // Node list and node data: the same walk, so that the i-th net and the i-th line agree.
+    QString writeNodeList() const;
+    QString writeNodeData() const;
+    QString writeSettingsBlock() const;
+    QString writeNodeMeasMap() const;
+    QString writeNodeRefMap() const;
+    QString writeComplianceMap() const;
+    bool isComplianceGroupApplicable(const QString& group, const QList<int>& ids) const;
+
+    // Companions of a signal for its compliance tests, with a warning for those missing.
+    QStringList connectionDiagnostics(const SignalRecord* record) const;
+    QStringList expectedReferenceKeys(const SignalRecord* record) const;
+    SignalRecordHash connectedReferences(const SignalRecord* record) const;
+    QHash<QString, int> requiredReferenceTypes(const SignalRecord* record) const;
+    QString describeMissingReference(const SignalRecord* record, const QString& requiredType) const;
+
+    // The discovered signals; this hash owns the records.
+    SignalRecordHash signals;
     db::ParamIter* parameterIterator;
     db::Instance* probeInstance;
+    std::unique_ptr<ControllerParameters> controllerParameters;
 };
+
+}  // namespace LaneTapUI

@@ -26,7 +26,7 @@ VALUE_HEADER* LaneTap_netlist_probe() {
         orl::throw_parameter_pointer_is_null(0, paramIterType);
     }
     db::Instance* instance = get_db_inst_orl_parm(1);
-    const auto writer = std::make_unique<NetlistWriter>(parameters, instance);
+    const auto writer = std::make_unique<LaneTapUI::NetlistWriter>(parameters, instance);
     result += QString::fromStdString(writer->writeBlock());
     return oval_create_string(result.toStdString().c_str());
 }

@@ -1,0 +1,55 @@
+#include <algorithm>
+
+#include "catalogue/ComplianceLookups.h"
+#include "netlist/NetlistText.h"
+#include "netlist/NetlistWriter.h"
+#include "parameters/ParamText.h"
+
+namespace LaneTapUI {
+
+bool NetlistWriter::isComplianceGroupApplicable(const QString& group, const QList<int>& ids) const {
+    // The probe's own choices count only in a design without a controller.
+    int operationMode = readParamInt(*parameterIterator, "modeOfOperation") != 0 ? 1 : 0;
+    int dqsSignalMode = readParamInt(*parameterIterator, "dqsSignalMode");
+    QString dramType = readParamInt(*parameterIterator, "dramType") != 0 ? QStringLiteral("LPDDR4")
+                                                                         : QStringLiteral("DDR4");
+    if (controllerParameters->parametersRead) {
+        operationMode = controllerParameters->isReadMode() ? 0 : 1;
+        dqsSignalMode = controllerParameters->isNoBurst() ? 0 : 1;
+        dramType =
+            controllerParameters->isDDR4() ? QStringLiteral("DDR4") : QStringLiteral("LPDDR4");
+    }
+    const QMultiHash<qint32, QString> offered =
+        complianceNamesFor(group, dramType, operationMode, dqsSignalMode);
+    return std::any_of(ids.cbegin(), ids.cend(), [&](int id) { return offered.contains(id); });
+}
+
+QString NetlistWriter::writeComplianceMap() const {
+    QString text;
+    int n = 1;
+    const IntListMap groups =
+        readParamIntListMap(*parameterIterator, "SelectedGroupComplianceListMap");
+    const QStringList groupKeys = groups.keys();
+    for (const QString& group : groupKeys) {
+        const QList<int> ids = groups.value(group);
+        // One fitting id lets the whole group through, the ids that don't fit with it.
+        if (!isComplianceGroupApplicable(group, ids)) {
+            continue;
+        }
+        // Only a key that is a signal type finds signals; deeper tree keys write nothing.
+        const bool hasSignal =
+            std::any_of(signals.cbegin(), signals.cend(),
+                        [&](const SignalRecord* record) { return record->signalType == group; });
+        if (!hasSignal) {
+            continue;
+        }
+        QStringList fields{group};
+        for (int id : ids) {
+            fields << QString::number(id);
+        }
+        text += NetlistText::listLine(QStringLiteral("ComplianceMeasMap"), n++, fields);
+    }
+    return text;
+}
+
+}  // namespace LaneTapUI

@@ -1,0 +1,84 @@
+#include "netlist/NetlistText.h"
+#include "netlist/NetlistWriter.h"
+
+namespace LaneTapUI {
+namespace {
+
+// One net that the probe watches, with the polarity its data line carries.
+struct WatchedNode {
+    QString net;
+    QString polarity;
+};
+
+// The nets of one record, in the order they are written. The node list and the node data both
+// come from here, so that the i-th net and the i-th data line are the same node. Only the node
+// list reports absent nodes; the data lines would otherwise repeat every warning.
+QList<WatchedNode> watchedNodes(const SignalRecord& record, bool reportAbsent) {
+    QList<WatchedNode> nodes;
+    // A signal that two instances reach is written through whichever the hash gives first.
+    const InstanceNodes entry =
+        record.instances.isEmpty() ? InstanceNodes() : record.instances.cbegin().value();
+    const bool differential = record.polarity != QLatin1String("s");
+
+    // The receiver output of a pair is one single-ended node, whichever slot holds its net. A
+    // pair without any net still takes its place, empty, and is not reported.
+    if (differential && record.nodeLabel.endsWith(QLatin1String("Rx Output"))) {
+        const QString otherSlot = entry.single ? entry.pNet : entry.nNet;
+        nodes.append({entry.pNet.isEmpty() ? otherSlot : entry.pNet, QStringLiteral("s")});
+        return nodes;
+    }
+
+    const auto reportMissing = [&](const QString& which) {
+        if (reportAbsent) {
+            // "differential" stands also for a single-ended signal.
+            NetlistText::reportWarning(QLatin1Char('\'') + which +
+                                       QStringLiteral("' node of differential signal '") +
+                                       record.key + QStringLiteral("', connected for instances '") +
+                                       record.instanceNames() + QStringLiteral("', is absent.\n"));
+        }
+    };
+
+    if (!entry.pNet.isEmpty()) {
+        nodes.append({entry.pNet, differential ? QStringLiteral("p") : QStringLiteral("s")});
+    } else {
+        reportMissing(QStringLiteral("p"));
+    }
+    if (differential) {
+        // Half of a pair with no negative node: the positive node is still written.
+        const QString negative = entry.single ? entry.pNet : entry.nNet;
+        if (!negative.isEmpty()) {
+            nodes.append({negative, QStringLiteral("n")});
+        } else {
+            reportMissing(QStringLiteral("n"));
+        }
+    }
+    return nodes;
+}
+
+}  // namespace
+
+QString NetlistWriter::writeNodeList() const {
+    QString text;
+    for (const SignalRecord* record : signals) {
+        for (const WatchedNode& node : watchedNodes(*record, true)) {
+            text += node.net + QLatin1Char(' ');
+        }
+    }
+    return text;
+}
+
+QString NetlistWriter::writeNodeData() const {
+    QString text;
+    int n = 1;
+    for (const SignalRecord* record : signals) {
+        for (const WatchedNode& node : watchedNodes(*record, false)) {
+            text += NetlistText::listLine(
+                QStringLiteral("NodeData"), n++,
+                {record->key, record->signalIndex, record->signalType, record->refDes,
+                 record->channel, record->nodeLabelDotted, node.polarity});
+        }
+    }
+    return text;
+}
+
+}  // namespace LaneTapUI
