@@ -24,6 +24,9 @@ const ParameterValues& probeItemDefinition() {
         {"AmplitudeResolution", "1 mV"},
         {"ResultsPDFPath", ""},
         {"SaveToPDF", "0"},
+        // Not a field of the setup dialog: the post-processing keeps its data set unless a
+        // probe is told otherwise.
+        {"SaveToDataset", "1"},
         {"EnableScreenshots", "0"},
         {"vdd", "1.2 V"},
         {"vddq", "1.2 V"},

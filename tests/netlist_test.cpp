@@ -520,7 +520,7 @@ TEST_F(Netlist, SettingsLine) {
                "SpeedGrade 3200", "Settings_pcboCustomSG 3200",
                "Settings_DQSSignalType \"continuous\"", "Settings_chkLPDDR4 0",
                "Settings_chkLPDDR4X 0", "GroupDQBy \"Nibble\"", "GroupCABy \"All\"",
-               "NEBProperties_SaveDataset -"})},
+               "NEBProperties_SaveDataset 1", "NEBProperties_ReportPath -"})},
         {"first of two controllers",
          {controller("C1",
                      "DataMode=READ|SimulationMode=Transient|DataRate=2400|"
