@@ -2,7 +2,9 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace lanetap {
 
@@ -43,8 +45,9 @@ Arguments parseArguments(const Command& command, const QStringList& words) {
             }
             arguments.flags << option;
         } else {
-            throw Failure(ExitUsage, QString("unknown option --%1 for '%2'; see 'lanetap %2 --help'")
-                                         .arg(option, command.name));
+            throw Failure(ExitUsage,
+                          QString("unknown option --%1 for '%2'; see 'lanetap %2 --help'")
+                              .arg(option, command.name));
         }
     }
     return arguments;
@@ -108,8 +111,11 @@ void checkCall(const standin::CallResult& result, const char* functionName) {
 
 void writeOut(const QString& text) {
     const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
-    std::fflush(stdout);
+    const std::size_t size = static_cast<std::size_t>(bytes.size());
+    // A full disk or a closed pipe must not pass for a complete output.
+    if (std::fwrite(bytes.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0) {
+        throw Failure(ExitUsage, QString("cannot write the output: %1").arg(std::strerror(errno)));
+    }
 }
 
 }  // namespace lanetap

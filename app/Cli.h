@@ -57,6 +57,7 @@ void printWarnings(standin::Host& host);
 // Fails with exit code 3 when a script function did not return.
 void checkCall(const standin::CallResult& result, const char* functionName);
 
+// Writes to stdout; fails with exit code 2 when the text cannot be written whole.
 void writeOut(const QString& text);
 
 }  // namespace lanetap

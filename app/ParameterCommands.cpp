@@ -68,7 +68,8 @@ int runSet(const Arguments& arguments) {
         const QString key = assignment.left(equals);
         const QString value = assignment.mid(equals + 1);
         if (equals <= 0 || !standin::nameProblem(key.toStdString()).empty()) {
-            throw Failure(ExitUsage, QString("'%1' is not KEY=VALUE with a plain key").arg(assignment));
+            throw Failure(ExitUsage,
+                          QString("'%1' is not KEY=VALUE with a plain key").arg(assignment));
         }
         if (std::any_of(value.begin(), value.end(),
                         [](QChar c) { return c.category() == QChar::Other_Control; })) {

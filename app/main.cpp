@@ -10,24 +10,94 @@ using lanetap::Command;
 const QStringList pluginOption = {"probe", "plugin"};
 
 const Command commands[] = {
-    {"netlist", "netlist DESIGN --probe NAME [--plugin PATH]",
+    {"netlist",
+     "netlist DESIGN --probe NAME [--plugin PATH]",
      "Loads the design, loads the LaneTap plug-in, and prints the netlist block that the plug-in\n"
      "writes for the probe instance NAME, exactly as the host would receive it. Warnings go to\n"
      "stderr as 'warning: TEXT'.\n\n"
      "  --probe NAME    the probe instance\n"
      "  --plugin PATH   the plug-in library (default: $LANETAP_PLUGIN, else liblanetap.so next\n"
      "                  to this program)\n",
-     pluginOption, {}, &lanetap::runNetlist},
-    {"get", "get DESIGN --probe NAME [KEY...]",
+     pluginOption,
+     {},
+     &lanetap::runNetlist},
+    {"get",
+     "get DESIGN --probe NAME [KEY...]",
      "Prints parameters of the instance NAME as KEY=VALUE lines: the given keys, or all of them.\n"
      "A probe shows the values of its item definition for the keys its design file lacks.\n\n"
      "  --probe NAME    the instance\n",
-     {"probe"}, {}, &lanetap::runGet},
-    {"set", "set DESIGN --probe NAME KEY=VALUE...",
+     {"probe"},
+     {},
+     &lanetap::runGet},
+    {"set",
+     "set DESIGN --probe NAME KEY=VALUE...",
      "Sets parameters of the instance NAME and saves the design file. The file is replaced in\n"
      "one step, so it is either fully written or left as it was.\n\n"
      "  --probe NAME    the instance\n",
-     {"probe"}, {}, &lanetap::runSet},
+     {"probe"},
+     {},
+     &lanetap::runSet},
+    {"signals",
+     "signals DESIGN [--probe NAME] [--json]",
+     "Lists every signal that the netlist writer finds in the design, by type, channel, node\n"
+     "and index: the key a probe's setup names it by, its type, index, channel, designator,\n"
+     "node (pin, Die or Rx Output), polarity (s single-ended, t a differential pair), each\n"
+     "instance on it with its positive and, for a pair, negative port and net, and the cells\n"
+     "of those instances.\n"
+     "Warnings of the walk, such as a half-connected pair, go to stderr.\n\n"
+     "  --probe NAME    check that the design has the instance NAME\n"
+     "  --json          print {\"signals\": [...]} with the same facts\n",
+     {"probe"},
+     {"json"},
+     &lanetap::runSignals},
+    {"catalogue",
+     "catalogue [FILTERS | --measurements | --supplies | --thresholds RATE] [--json]",
+     "Prints the compliance tests, one row each in the order of their table: table, id, cycle\n"
+     "(read, write or both), whether a continuous strobe offers it, DRAM type and name.\n\n"
+     "Filters pick the rows that the probe's compliance page offers, with its lookup:\n"
+     "  --type TYPE     a signal type as in the keys: DQ, DQS, DM, A, CA, CK, CKE, ... A type\n"
+     "                  that contains DM finds the DM rows, as the page does; control types\n"
+     "                  such as CS or ODT have none.\n"
+     "  --dram DDR4|LPDDR4\n"
+     "  --mode read|write      rows of that cycle and rows valid in both\n"
+     "  --dqs continuous|burst continuous leaves out the rows only a bursting strobe offers\n"
+     "A filter that is left out narrows nothing: every type, both DRAM types, both cycles, any\n"
+     "strobe mode.\n\n"
+     "  --descriptions  print each row's description under it\n"
+     "  --json          print the whole catalogue as JSON: the compliance rows (filtered),\n"
+     "                  measurements, supplies, threshold defaults by speed grade, voltage\n"
+     "                  units\n"
+     "  --measurements  the generic measurements: code, name, netlist key, reference needed\n"
+     "  --supplies      supply defaults by DRAM type (--dram picks one)\n"
+     "  --thresholds RATE\n"
+     "                  threshold defaults for a data rate in MT/s, as KEY=VALUE lines; a rate\n"
+     "                  between speed grades uses the next grade up, above 3200 the 3200 grade\n"
+     "--json applies to the last three as well.\n",
+     {"type", "dram", "mode", "dqs", "thresholds"},
+     {"json", "descriptions", "measurements", "supplies"},
+     &lanetap::runCatalogue},
+    {"generate",
+     "generate [--dram ddr4|lpddr4] [--channels N] [--devices M] [OPTIONS]",
+     "Writes a synthetic bus design to stdout, for trying the netlist writer at scale. A\n"
+     "controller U1 drives N channels of M memories each (U2, U3, ...). Each memory has its own\n"
+     "data lanes: DQ, strobes DQS_t/DQS_c and, except x4, masks; the clock, address and command\n"
+     "nets of a channel are shared by the controller and all its memories. A probe X1 selects\n"
+     "every signal by the keys discovery gives them, with an Eye measurement on each, a Skew of\n"
+     "each DQ against its strobe, and compliance on with every test the compliance page offers.\n\n"
+     "  --dram ddr4|lpddr4   default ddr4; DDR4 has A0-A13, BA, BG, CKE, CS_n, ODT, RAS_n,\n"
+     "                       CAS_n, WE_n, LPDDR4 has CA0-CA5, CKE, CS and ODT_CA\n"
+     "  --channels N         1 to 16, default 1\n"
+     "  --devices M          memories per channel, 1 to 32, default 1\n"
+     "  --width W            data bits per memory: x4, x8 or x16 for DDR4 (default x8), x8 or x16\n"
+     "                       for LPDDR4 (default x16)\n"
+     "  --ebd-nodes K        memories use a board model with K nodes per port, 0 to 8\n"
+     "  --die                memories bring out their die nodes\n"
+     "  --ddr-simulation     a DDR simulation instead of a transient one: receiver outputs\n"
+     "                       appear, and the block has no compliance\n"
+     "  --read               the controller is in a read cycle instead of a write cycle\n",
+     {"dram", "channels", "devices", "width", "ebd-nodes"},
+     {"die", "ddr-simulation", "read"},
+     &lanetap::runGenerate},
 };
 
 void printOverview() {
@@ -35,7 +105,8 @@ void printOverview() {
         "usage: lanetap COMMAND [ARGUMENTS]\n"
         "       lanetap --help | --version\n\n"
         "LaneTap sets up DDR4 and LPDDR4 bus probes and writes their netlist blocks. This program\n"
-        "is a stand-in for the design host: it reads a design file, loads the plug-in and runs it.\n\n"
+        "is a stand-in for the design host: it reads a design file, loads the plug-in and runs "
+        "it.\n\n"
         "Commands:\n";
     for (const Command& command : commands) {
         text += QString("  lanetap %1\n").arg(command.synopsis);
@@ -70,8 +141,9 @@ int dispatch(const QStringList& words) {
             return command.run(arguments);
         }
     }
-    throw lanetap::Failure(lanetap::ExitUsage,
-                           QString("unknown command '%1'; see 'lanetap --help'").arg(words.front()));
+    throw lanetap::Failure(
+        lanetap::ExitUsage,
+        QString("unknown command '%1'; see 'lanetap --help'").arg(words.front()));
 }
 
 }  // namespace

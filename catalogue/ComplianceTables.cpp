@@ -59,6 +59,11 @@ ComplianceTable buildTable(RowRange DramRows::*group) {
     return table;
 }
 
+struct Group {
+    const ComplianceTable& (*table)();
+    RowRange DramRows::*rows;
+};
+
 }  // namespace
 
 const ComplianceTable& ckeComplianceTable() {
@@ -89,6 +94,27 @@ const ComplianceTable& dqsComplianceTable() {
 const ComplianceTable& dqComplianceTable() {
     static const ComplianceTable table = buildTable(&DramRows::dq);
     return table;
+}
+
+QList<qint32> complianceEntryOrder(const ComplianceTable& table) {
+    const Group groups[] = {
+        {&ckeComplianceTable, &DramRows::cke}, {&caComplianceTable, &DramRows::ca},
+        {&ckComplianceTable, &DramRows::ck},   {&dmComplianceTable, &DramRows::dm},
+        {&dqsComplianceTable, &DramRows::dqs}, {&dqComplianceTable, &DramRows::dq},
+    };
+    QList<qint32> ids;
+    for (const Group& group : groups) {
+        if (&group.table() != &table) {
+            continue;
+        }
+        for (const DramRows& rows : {ComplianceRows::ddr4Rows(), ComplianceRows::lpddr4Rows()}) {
+            const RowRange& range = rows.*group.rows;
+            for (const Row* row = range.first; row != range.last; ++row) {
+                ids << row->id;
+            }
+        }
+    }
+    return ids;
 }
 
 }  // namespace LaneTapUI

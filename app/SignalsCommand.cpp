@@ -1,0 +1,212 @@
+// lanetap signals: every signal that the netlist writer finds in a design, with its key.
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <algorithm>
+#include <memory>
+
+#include "app/Commands.h"
+#include "app/TextTable.h"
+#include "discovery/SignalDiscovery.h"
+
+namespace lanetap {
+namespace {
+
+using LaneTapUI::InstanceNodes;
+using LaneTapUI::SignalRecord;
+
+// The discovered records; the hash owns them.
+class DiscoveredSignals {
+public:
+    DiscoveredSignals() = default;
+    DiscoveredSignals(const DiscoveredSignals&) = delete;
+    DiscoveredSignals& operator=(const DiscoveredSignals&) = delete;
+    ~DiscoveredSignals() { qDeleteAll(records); }
+
+    LaneTapUI::SignalRecordHash records;
+};
+
+int digitsEnd(const QString& text, int from) {
+    while (from < text.size() && text[from].isDigit()) {
+        ++from;
+    }
+    return from;
+}
+
+int zerosEnd(const QString& text, int from, int end) {
+    while (from < end && text[from] == QLatin1Char('0')) {
+        ++from;
+    }
+    return from;
+}
+
+// Orders text as people count: "DQ2" before "DQ10". Runs of digits compare as numbers; text
+// that is equal so far compares as plain text, so that the order is total.
+bool naturalLess(const QString& a, const QString& b) {
+    int i = 0;
+    int j = 0;
+    while (i < a.size() && j < b.size()) {
+        if (a[i].isDigit() && b[j].isDigit()) {
+            const int endA = digitsEnd(a, i);
+            const int endB = digitsEnd(b, j);
+            const int startA = zerosEnd(a, i, endA);
+            const int startB = zerosEnd(b, j, endB);
+            if (endA - startA != endB - startB) {
+                return endA - startA < endB - startB;
+            }
+            const int order = QStringRef(&a, startA, endA - startA)
+                                  .compare(QStringRef(&b, startB, endB - startB));
+            if (order != 0) {
+                return order < 0;
+            }
+            i = endA;
+            j = endB;
+        } else if (a[i] != b[j]) {
+            return a[i] < b[j];
+        } else {
+            ++i;
+            ++j;
+        }
+    }
+    if (i < a.size() || j < b.size()) {
+        return j < b.size();
+    }
+    return a < b;
+}
+
+QStringList naturallySorted(QStringList texts) {
+    std::sort(texts.begin(), texts.end(), naturalLess);
+    return texts;
+}
+
+// The text by which records are sorted; the separator sorts below every printable character, so
+// that "DQ" comes before "DQS".
+QString treeOrder(const SignalRecord& record) {
+    const QChar separator(1);
+    return record.signalType + separator + record.channel + separator + record.nodeName +
+           separator + record.signalIndex + separator + record.key;
+}
+
+// Instance name to the cell it is an instance of, from the record's models.
+QHash<QString, QString> cellsOf(const SignalRecord& record) {
+    QHash<QString, QString> cells;
+    for (auto it = record.models.cbegin(); it != record.models.cend(); ++it) {
+        for (const QString& instance : it.value()) {
+            cells.insert(instance, it.key());
+        }
+    }
+    return cells;
+}
+
+QJsonObject nodeJson(const QString& port, const QString& net) {
+    return {{"port", port}, {"net", net}};
+}
+
+QJsonObject recordJson(const SignalRecord& record) {
+    const QHash<QString, QString> cells = cellsOf(record);
+    QJsonArray instances;
+    for (const QString& name : naturallySorted(record.instances.keys())) {
+        const InstanceNodes& nodes = record.instances.value(name);
+        instances.append(QJsonObject{{"name", name},
+                                     {"cell", cells.value(name)},
+                                     {"single", nodes.single},
+                                     {"positive", nodeJson(nodes.pPort, nodes.pNet)},
+                                     {"negative", nodeJson(nodes.nPort, nodes.nNet)}});
+    }
+    QJsonObject models;
+    for (auto it = record.models.cbegin(); it != record.models.cend(); ++it) {
+        models.insert(it.key(), QJsonArray::fromStringList(naturallySorted(it.value())));
+    }
+    return {{"key", record.key},
+            {"type", record.signalType},
+            {"index", record.signalIndex},
+            {"signalId", record.signalId},
+            {"channel", record.channel},
+            {"designator", record.refDes},
+            {"nodeLabel", record.nodeLabel},
+            {"nodeName", record.nodeName},
+            {"polarity", record.polarity},
+            {"pin", record.pinName},
+            {"instances", instances},
+            {"models", models}};
+}
+
+// "DQS_t0=n_dqs_p"; a node the record lacks shows as "-".
+QString nodeText(const QString& port, const QString& net) {
+    if (port.isEmpty() && net.isEmpty()) {
+        return "-";
+    }
+    return port + "=" + (net.isEmpty() ? QString("(no net)") : net);
+}
+
+// "U2 DQS_t0=n_dqs_p DQS_c0=n_dqs_n"; a single-ended entry shows its one node.
+QString instancesText(const SignalRecord& record) {
+    QStringList parts;
+    for (const QString& name : naturallySorted(record.instances.keys())) {
+        const InstanceNodes& nodes = record.instances.value(name);
+        QString part = name + " " + nodeText(nodes.pPort, nodes.pNet);
+        if (!nodes.single) {
+            part += " " + nodeText(nodes.nPort, nodes.nNet);
+        }
+        parts << part;
+    }
+    return parts.join("; ");
+}
+
+QString modelsText(const SignalRecord& record) {
+    QStringList parts;
+    for (const QString& cell : naturallySorted(record.models.keys())) {
+        parts << cell + ":" + naturallySorted(record.models.value(cell)).join(",");
+    }
+    return parts.join(" ");
+}
+
+QString signalsText(const QList<const SignalRecord*>& records) {
+    TextTable table({"KEY", "TYPE", "INDEX", "CHANNEL", "DESIGNATOR", "NODE", "POLARITY",
+                     "INSTANCES", "MODELS"});
+    for (const SignalRecord* record : records) {
+        table.addRow({record->key, record->signalType, record->signalIndex, record->channel,
+                      record->refDes, record->nodeLabel.isEmpty() ? "pin" : record->nodeLabel,
+                      record->polarity, instancesText(*record), modelsText(*record)});
+    }
+    return table.text();
+}
+
+}  // namespace
+
+int runSignals(const Arguments& arguments) {
+    if (arguments.positional.size() != 1) {
+        throw Failure(ExitUsage, "signals needs exactly one design file");
+    }
+    standin::Host host;
+    loadDesign(host, arguments.positional.front());
+    if (arguments.values.contains("probe")) {
+        findProbe(host, arguments.value("probe"));
+    }
+    const std::unique_ptr<LaneTapUI::ControllerParameters> controller =
+        LaneTapUI::findControllerParameters(host.design());
+    DiscoveredSignals discovered;
+    LaneTapUI::discoverSignals(host.design(), *controller, LaneTapUI::DiscoveryKind::Netlist,
+                               discovered.records);
+    printWarnings(host);
+
+    // In the order of the dialog's signal trees: type, channel, node, then index.
+    QList<const SignalRecord*> records(discovered.records.cbegin(), discovered.records.cend());
+    std::sort(records.begin(), records.end(), [](const SignalRecord* a, const SignalRecord* b) {
+        return naturalLess(treeOrder(*a), treeOrder(*b));
+    });
+    if (arguments.has("json")) {
+        QJsonArray array;
+        for (const SignalRecord* record : records) {
+            array.append(recordJson(*record));
+        }
+        writeOut(QString::fromUtf8(
+            QJsonDocument(QJsonObject{{"signals", array}}).toJson(QJsonDocument::Indented)));
+    } else {
+        writeOut(signalsText(records));
+    }
+    return ExitOk;
+}
+
+}  // namespace lanetap

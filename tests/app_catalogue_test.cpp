@@ -1,0 +1,308 @@
+// lanetap catalogue: the JSON and text views of the catalogue, the filters and the threshold
+// columns, checked against the catalogue's own tables and lookups.
+
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSet>
+
+#include "catalogue/ComplianceLookups.h"
+#include "catalogue/ComplianceTables.h"
+#include "support/TestSupport.h"
+
+namespace {
+
+using lanetap_test::ProgramRun;
+using lanetap_test::runProgram;
+using LaneTapUI::ComplianceMeasurement;
+using LaneTapUI::ComplianceTable;
+
+struct NamedTable {
+    QString name;
+    const ComplianceTable* table;
+};
+
+QList<NamedTable> allTables() {
+    return {{"ckeComplianceTable", &LaneTapUI::ckeComplianceTable()},
+            {"caComplianceTable", &LaneTapUI::caComplianceTable()},
+            {"ckComplianceTable", &LaneTapUI::ckComplianceTable()},
+            {"dmComplianceTable", &LaneTapUI::dmComplianceTable()},
+            {"dqsComplianceTable", &LaneTapUI::dqsComplianceTable()},
+            {"dqComplianceTable", &LaneTapUI::dqComplianceTable()}};
+}
+
+QJsonObject catalogueJson(const QStringList& options) {
+    const ProgramRun run = runProgram(QStringList{"catalogue", "--json"} + options);
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.err.isEmpty()) << run.err.toStdString();
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(run.out, &error);
+    EXPECT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
+    return document.object();
+}
+
+using NameAndId = QPair<QString, qint32>;
+
+QList<NameAndId> pairsOf(const QJsonArray& rows) {
+    QList<NameAndId> pairs;
+    for (const QJsonValue& row : rows) {
+        pairs.append({row["name"].toString(), row["id"].toInt()});
+    }
+    std::sort(pairs.begin(), pairs.end());
+    return pairs;
+}
+
+// Rows of every table that a predicate on the row's own fields keeps, as sorted pairs.
+template <typename Keep>
+QList<NameAndId> rowsWhere(Keep keep) {
+    QList<NameAndId> pairs;
+    for (const NamedTable& named : allTables()) {
+        for (const ComplianceMeasurement& row : *named.table) {
+            if (keep(row)) {
+                pairs.append({row.name, row.id});
+            }
+        }
+    }
+    std::sort(pairs.begin(), pairs.end());
+    return pairs;
+}
+
+void expectOneErrorLine(const ProgramRun& run, const QString& context) {
+    EXPECT_EQ(run.exitCode, 2) << context.toStdString();
+    EXPECT_TRUE(run.out.isEmpty()) << context.toStdString();
+    EXPECT_TRUE(run.err.startsWith("lanetap: error: ")) << run.err.toStdString();
+    EXPECT_EQ(run.err.count('\n'), 1) << run.err.toStdString();
+}
+
+TEST(ComplianceEntryOrder, ListsEveryRowOfATableOnceWithItsDdr4RowsFirst) {
+    for (const NamedTable& named : allTables()) {
+        const QList<qint32> order = LaneTapUI::complianceEntryOrder(*named.table);
+        EXPECT_EQ(order.size(), named.table->size()) << named.name.toStdString();
+        EXPECT_EQ(QSet<qint32>(order.begin(), order.end()),
+                  QSet<qint32>(named.table->keyBegin(), named.table->keyEnd()))
+            << named.name.toStdString();
+        bool lpddr4Seen = false;
+        for (qint32 id : order) {
+            const bool lpddr4 = named.table->value(id).dramType == "LPDDR4";
+            EXPECT_FALSE(lpddr4Seen && !lpddr4) << named.name.toStdString() << " " << id;
+            lpddr4Seen = lpddr4Seen || lpddr4;
+        }
+    }
+    // The DQ rows as the tables list them: 18 of DDR4 from 11311 to 103005, then LPDDR4's 30501.
+    const QList<qint32> dq = LaneTapUI::complianceEntryOrder(LaneTapUI::dqComplianceTable());
+    ASSERT_EQ(dq.size(), 32);
+    EXPECT_EQ(dq.mid(0, 3), (QList<qint32>{11311, 11312, 11321}));
+    EXPECT_EQ(dq[17], 103005);
+    EXPECT_EQ(dq[18], 30501);
+    // A copy is not one of the catalogue's tables.
+    const ComplianceTable copy = LaneTapUI::dqComplianceTable();
+    EXPECT_TRUE(LaneTapUI::complianceEntryOrder(copy).isEmpty());
+}
+
+TEST(CatalogueCommand, JsonHoldsTheWholeCatalogue) {
+    const QJsonObject catalogue = catalogueJson({});
+    EXPECT_EQ(catalogue["compliance"].toArray().size(), 221);
+
+    const QJsonArray measurements = catalogue["measurements"].toArray();
+    QList<int> codes;
+    QList<int> needingReference;
+    for (const QJsonValue& measurement : measurements) {
+        codes << measurement["code"].toInt();
+        if (measurement["needsReference"].toBool()) {
+            needingReference << measurement["code"].toInt();
+        }
+    }
+    EXPECT_EQ(codes, (QList<int>{0, 1, 2, 3, 4, 5, 7}));
+    EXPECT_EQ(needingReference, (QList<int>{0, 1}));
+    EXPECT_EQ(measurements[2]["displayName"].toString(), "Slew Rate");
+    EXPECT_EQ(measurements[2]["key"].toString(), "SlewRate");
+
+    const QJsonObject supplies = catalogue["supplies"].toObject();
+    EXPECT_EQ(supplies.keys(), (QStringList{"DDR4", "LPDDR4"}));
+    EXPECT_EQ(supplies["DDR4"]["vtt"].toString(), "0.6 V");
+    EXPECT_EQ(supplies["LPDDR4"]["vtt"].toString(), "0.55 V");
+    EXPECT_EQ(supplies["LPDDR4"].toObject().size(), 5);
+
+    const QJsonObject thresholds = catalogue["thresholds"].toObject();
+    EXPECT_EQ(thresholds.keys(),
+              (QStringList{"1600", "1866", "2133", "2400", "2666", "2933", "3200"}));
+    for (const QString& grade : thresholds.keys()) {
+        EXPECT_EQ(thresholds[grade].toObject().size(), 28) << grade.toStdString();
+    }
+    EXPECT_EQ(thresholds["2400"]["vih_dq_ac"].toString(), "0.08 V");
+    EXPECT_EQ(thresholds["2400"]["vihDiff_DQS_ac"].toString(), "0.160 V");
+
+    EXPECT_EQ(catalogue["voltageUnits"].toArray(),
+              QJsonArray({"None", "fV", "pV", "nV", "uV", "mV", "V", "kV"}));
+}
+
+TEST(CatalogueCommand, ShowsEachTableInItsOrderOfEntryWithTheRowsAsTheyStand) {
+    const QJsonArray rows = catalogueJson({})["compliance"].toArray();
+    QStringList tableSequence;
+    QHash<QString, QList<qint32>> idsByTable;
+    for (const QJsonValue& row : rows) {
+        const QString table = row["table"].toString();
+        if (tableSequence.isEmpty() || tableSequence.last() != table) {
+            tableSequence << table;
+        }
+        idsByTable[table] << row["id"].toInt();
+    }
+    QStringList tableNames;
+    for (const NamedTable& named : allTables()) {
+        tableNames << named.name;
+        EXPECT_EQ(idsByTable.value(named.name), LaneTapUI::complianceEntryOrder(*named.table))
+            << named.name.toStdString();
+    }
+    EXPECT_EQ(tableSequence, tableNames) << "each table is one block, in the catalogue's order";
+
+    for (const QJsonValue& shown : rows) {
+        const ComplianceTable* table = nullptr;
+        for (const NamedTable& named : allTables()) {
+            table = named.name == shown["table"].toString() ? named.table : table;
+        }
+        ASSERT_NE(table, nullptr);
+        const ComplianceMeasurement row = table->value(shown["id"].toInt());
+        EXPECT_EQ(shown["name"].toString(), row.name);
+        EXPECT_EQ(shown["operationMode"].toInt(), row.operationMode);
+        EXPECT_EQ(shown["continuousAllowed"].toBool(), row.continuousAllowed);
+        EXPECT_EQ(shown["dramType"].toString(), row.dramType);
+        EXPECT_EQ(shown["description"].toString(), row.description);
+    }
+}
+
+struct FilterCase {
+    QString type;
+    QString dram;
+    int mode;
+    int dqs;
+};
+
+TEST(CatalogueCommand, FiltersGiveExactlyWhatTheComplianceLookupOffers) {
+    const QStringList modes{"read", "write"};
+    const QStringList strobes{"continuous", "burst"};
+    const QList<FilterCase> cases{
+        {"DQ", "DDR4", 0, 0},    {"DQ", "LPDDR4", 0, 0}, {"DQS", "LPDDR4", 1, 1},
+        {"DQS", "LPDDR4", 1, 0}, {"DM_n", "DDR4", 1, 0}, {"A", "LPDDR4", 1, 1},
+        {"CA", "DDR4", 0, 0},    {"CKE", "DDR4", 1, 0},  {"CS_n", "DDR4", 1, 1},
+    };
+    for (const FilterCase& c : cases) {
+        const QString label = QString("%1 %2 %3 %4").arg(c.type, c.dram).arg(c.mode).arg(c.dqs);
+        const QJsonArray rows =
+            catalogueJson({"--type", c.type, "--dram", c.dram, "--mode", modes[c.mode], "--dqs",
+                           strobes[c.dqs]})["compliance"]
+                .toArray();
+        QList<NameAndId> offered;
+        const auto lookup = LaneTapUI::complianceIdsByNameFor(c.type, c.dram, c.mode, c.dqs);
+        for (auto it = lookup.cbegin(); it != lookup.cend(); ++it) {
+            offered.append({it.key(), it.value()});
+        }
+        std::sort(offered.begin(), offered.end());
+        EXPECT_EQ(pairsOf(rows), offered) << label.toStdString();
+        if (c.type == "DQ") {
+            // DQ rows of the read cycle with a continuous strobe: 16 of DDR4, 9 of LPDDR4.
+            EXPECT_EQ(rows.size(), c.dram == "DDR4" ? 16 : 9) << label.toStdString();
+        }
+        if (c.type == "DM_n") {
+            // "DM_n" contains "DM", and the lookup takes the DM rows for it.
+            ASSERT_FALSE(rows.isEmpty());
+            EXPECT_EQ(rows[0]["table"].toString(), "dmComplianceTable");
+        }
+        if (c.type == "CS_n") {
+            EXPECT_TRUE(rows.isEmpty());
+        }
+    }
+}
+
+TEST(CatalogueCommand, AFilterLeftOutNarrowsNothing) {
+    EXPECT_EQ(pairsOf(catalogueJson({"--dram", "lpddr4"})["compliance"].toArray()),
+              rowsWhere([](const ComplianceMeasurement& row) { return row.dramType == "LPDDR4"; }));
+    EXPECT_EQ(
+        pairsOf(catalogueJson({"--mode", "write", "--dqs", "continuous"})["compliance"].toArray()),
+        rowsWhere([](const ComplianceMeasurement& row) {
+            return row.operationMode != 0 && row.continuousAllowed;
+        }));
+    const QJsonArray dq = catalogueJson({"--type", "DQ"})["compliance"].toArray();
+    EXPECT_EQ(dq.size(), LaneTapUI::dqComplianceTable().size());
+}
+
+TEST(CatalogueCommand, TextShowsOneLinePerRowAndSaysWhenNothingMatches) {
+    const ProgramRun all = runProgram({"catalogue"});
+    ASSERT_EQ(all.exitCode, 0);
+    const QList<QByteArray> lines = all.out.trimmed().split('\n');
+    ASSERT_EQ(lines.size(), 222);
+    EXPECT_TRUE(lines[0].startsWith("TABLE"));
+    EXPECT_TRUE(lines[1].startsWith("ckeComplianceTable"));
+    EXPECT_TRUE(lines[1].contains("30206"));
+
+    const ProgramRun described =
+        runProgram({"catalogue", "--type", "CKE", "--dram", "DDR4", "--descriptions"});
+    const QList<QByteArray> describedLines = described.out.split('\n');
+    ASSERT_GE(describedLines.size(), 4);
+    EXPECT_TRUE(describedLines[1].contains("tCKE"));
+    EXPECT_EQ(describedLines[2], "    CKE Minimum Pulse Width.");
+    EXPECT_EQ(describedLines[3], "    Measurement dependent on CK signal.");
+
+    const ProgramRun none = runProgram({"catalogue", "--type", "ODT"});
+    EXPECT_EQ(none.exitCode, 0);
+    EXPECT_EQ(none.out, "no compliance rows match\n");
+}
+
+TEST(CatalogueCommand, ThresholdsShowTheColumnThatARateRoundsUpTo) {
+    struct Case {
+        QString rate;
+        int grade;
+        QString vihDqAc;
+    };
+    for (const Case& c : QList<Case>{{"2933", 2933, "0.0725 V"},
+                                     {"2932", 2933, "0.0725 V"},
+                                     {"2934", 3200, "0.07 V"},
+                                     {"1", 1600, "0.093 V"},
+                                     {"1601", 1866, "0.093 V"},
+                                     {"9999", 3200, "0.07 V"}}) {
+        const ProgramRun run = runProgram({"catalogue", "--thresholds", c.rate});
+        ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+        const QStringList lines = QString::fromUtf8(run.out).trimmed().split('\n');
+        ASSERT_EQ(lines.size(), 29) << c.rate.toStdString();
+        EXPECT_EQ(lines[0], QString("# speed grade %1").arg(c.grade));
+        EXPECT_TRUE(lines.contains("vih_dq_ac=" + c.vihDqAc)) << c.rate.toStdString();
+    }
+    const QJsonObject column = catalogueJson({"--thresholds", "2134"});
+    EXPECT_EQ(column["speedGrade"].toInt(), 2400);
+    EXPECT_EQ(column["thresholds"]["vilDiff_DQS"].toString(), "-0.13 V");
+}
+
+TEST(CatalogueCommand, SectionsShowMeasurementsAndOneDramTypesSupplies) {
+    const ProgramRun supplies = runProgram({"catalogue", "--supplies", "--dram", "LPDDR4"});
+    ASSERT_EQ(supplies.exitCode, 0);
+    const QList<QByteArray> lines = supplies.out.trimmed().split('\n');
+    EXPECT_EQ(lines.size(), 5);
+    EXPECT_TRUE(lines.contains("LPDDR4 vtt=0.55 V"));
+    const QJsonArray measurements = catalogueJson({"--measurements"})["measurements"].toArray();
+    EXPECT_EQ(measurements.size(), 7);
+}
+
+TEST(CatalogueCommand, BadOptionsFailWithOneLineAndPrintNothing) {
+    const QList<QStringList> cases{
+        {"--dram", "DDR5"},
+        {"--mode", "sideways"},
+        {"--dqs", "strobed"},
+        {"--type", ""},
+        {"--thresholds", "fast"},
+        {"--thresholds", "0"},
+        {"--thresholds", "-5"},
+        {"--thresholds"},
+        {"--type", "DQ", "--thresholds", "2400"},
+        {"--mode", "read", "--supplies"},
+        {"--measurements", "--supplies"},
+        {"--descriptions", "--measurements"},
+        {"design.json"},
+        {"--colour"},
+    };
+    for (const QStringList& options : cases) {
+        expectOneErrorLine(runProgram(QStringList{"catalogue"} + options), options.join(' '));
+    }
+}
+
+}  // namespace
