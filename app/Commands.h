@@ -7,6 +7,7 @@ namespace lanetap {
 int runNetlist(const Arguments& arguments);
 int runGet(const Arguments& arguments);
 int runSet(const Arguments& arguments);
+int runSetup(const Arguments& arguments);
 int runSignals(const Arguments& arguments);
 int runCatalogue(const Arguments& arguments);
 int runGenerate(const Arguments& arguments);

@@ -1,5 +1,7 @@
-#include <QCoreApplication>
+#include <QApplication>
 #include <cstdio>
+#include <cstring>
+#include <memory>
 
 #include "app/Commands.h"
 
@@ -37,6 +39,21 @@ const Command commands[] = {
      {"probe"},
      {},
      &lanetap::runSet},
+    {"setup",
+     "setup DESIGN --probe NAME [--plugin PATH] [--tab N --screenshot FILE]",
+     "Opens the probe's setup dialog in a window, as the host does when the user edits the\n"
+     "probe. Opening already writes the stored setup back in its normalised form. Apply and\n"
+     "Finish save the design file (atomically); Finish and Cancel end the edit and the program.\n"
+     "Closing the window through its frame only hides the dialog: the program then ends\n"
+     "without saving anything further. Help shows the probe's help page.\n\n"
+     "  --probe NAME        the probe instance\n"
+     "  --plugin PATH       the plug-in library (as for netlist)\n"
+     "  --tab N             show tab N of the measurement route (0 Setup Probe ... 4 Select\n"
+     "                      Compliance Measurements) first\n"
+     "  --screenshot FILE   save a picture of the dialog as FILE (PNG) and end at once\n",
+     {"probe", "plugin", "tab", "screenshot"},
+     {},
+     &lanetap::runSetup},
     {"signals",
      "signals DESIGN [--probe NAME] [--json]",
      "Lists every signal that the netlist writer finds in the design, by type, channel, node\n"
@@ -148,8 +165,22 @@ int dispatch(const QStringList& words) {
 
 }  // namespace
 
+// Only the dialog needs the widget side of Qt; the other commands run without a display.
+bool needsWidgets(int argc, char** argv) {
+    if (argc < 2 || std::strcmp(argv[1], "setup") != 0) {
+        return false;
+    }
+    for (int i = 2; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--help") == 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
 int main(int argc, char** argv) {
-    QCoreApplication application(argc, argv);
+    const std::unique_ptr<QCoreApplication> application(
+        needsWidgets(argc, argv) ? new QApplication(argc, argv) : new QCoreApplication(argc, argv));
     QCoreApplication::setApplicationName("lanetap");
     QCoreApplication::setApplicationVersion(LANETAP_VERSION);
     try {

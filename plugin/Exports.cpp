@@ -27,7 +27,9 @@ bool acceptInterface(InterfaceRegistry* registry, const char* name, Interface*& 
 
 }  // namespace
 
-LANETAP_EXPORT int GetLibraryVersion() { return 100; }
+LANETAP_EXPORT int GetLibraryVersion() {
+    return 100;
+}
 
 LANETAP_EXPORT void RegisterLibraryContents(InterfaceRegistry* registry) {
     using namespace LaneTapPlugin;

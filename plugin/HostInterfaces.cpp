@@ -16,8 +16,12 @@ ItemParametersEditInterface** itemParametersHolder = nullptr;
 
 }  // namespace
 
-ORLInterface*& orlInterface() { return holder(orlHolder); }
+ORLInterface*& orlInterface() {
+    return holder(orlHolder);
+}
 
-ItemParametersEditInterface*& itemParametersInterface() { return holder(itemParametersHolder); }
+ItemParametersEditInterface*& itemParametersInterface() {
+    return holder(itemParametersHolder);
+}
 
 }  // namespace LaneTapPlugin

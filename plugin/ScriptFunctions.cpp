@@ -1,19 +1,37 @@
+#include <QPointer>
 #include <QString>
 #include <memory>
 
+#include "dialog/LaneTapDialog.h"
 #include "host/Script.h"
 #include "netlist/NetlistWriter.h"
 #include "plugin/HostInterfaces.h"
 #include "plugin/Vocabulary.h"
 
-// Opens an edit session on the item and hands the script the setup dialog as a "QtWidget" value.
-// Until the dialog is built into the library the value holds a null widget, as it does whenever
-// no live dialog is left to give.
+namespace {
+
+// The one setup dialog of the process; it lives until Qt destroys it with its parent.
+QPointer<LaneTapUI::LaneTapDialog>& dialogRef() {
+    static QPointer<LaneTapUI::LaneTapDialog> dialog;
+    return dialog;
+}
+
+}  // namespace
+
+// Builds or reuses the setup dialog, binds it to the item being edited and loads it. The script
+// that called shows the returned "QtWidget".
 VALUE_HEADER* LaneTap_show_dialog() {
-    orl::get_win_instance_parm(0);
+    WinInstanceC* windowInstance = orl::get_win_instance_parm(0);
+    QWidget* parent = windowInstance->parentWidget;
     std::shared_ptr<ItemParameterSession> session;
     LaneTapPlugin::itemParametersInterface()->openItemSession(session, 1);
-    return oval_create_raw_ptr(oval_find_type("QtWidget"), nullptr);
+    if (dialogRef()) {
+        dialogRef()->rebindSession(session);
+    } else {
+        dialogRef() = new LaneTapUI::LaneTapDialog(session, parent, Qt::WindowFlags());
+    }
+    dialogRef()->loadFromInstance(windowInstance);
+    return oval_create_raw_ptr(oval_find_type("QtWidget"), dialogRef().data());
 }
 
 VALUE_HEADER* LaneTap_netlist_probe() {

@@ -14,7 +14,8 @@ namespace {
 
 QString port(const QString& name, const QString& family, int index, const QString& refDes = "U1",
              int channel = 0) {
-    return QString(R"({"port":"%1","pin":"%1","refDes":"%4","channel":%5,"signal":"%2","index":%3})")
+    return QString(
+               R"({"port":"%1","pin":"%1","refDes":"%4","channel":%5,"signal":"%2","index":%3})")
         .arg(name, family)
         .arg(index)
         .arg(refDes)
@@ -23,7 +24,8 @@ QString port(const QString& name, const QString& family, int index, const QStrin
 
 QString instance(const QString& name, const QString& cell, const QString& parameters,
                  const QStringList& terminals, const QStringList& ports) {
-    return QString(R"({"name":"%1","cell":"%2","parameters":{%3},"terminals":[%4],"ddrPorts":[%5]})")
+    return QString(
+               R"({"name":"%1","cell":"%2","parameters":{%3},"terminals":[%4],"ddrPorts":[%5]})")
         .arg(name, cell, parameters, terminals.join(","), ports.join(","));
 }
 
@@ -74,9 +76,8 @@ TEST_F(DiscoveryTest, DialogAndNetlistCopiesFindTheSameKeysAndOnlyTheWriterKnows
     discover(DiscoveryKind::Dialog, dialog);
 
     const QSet<QString> expected = {
-        "DQ_Ch0_U1_DQ3",        "DQ_Ch0_U1.n1_DQ3",         "DQ_Ch0_U1.n2_DQ3",
-        "DQ_Ch0_U1.n1_Die_DQ3", "DQ_Ch0_U1.n2_Die_DQ3",     "DQS_Ch0_U1_DQS0",
-        "DQS_Ch0_U1.n3_DQS0",   "DQS_Ch0_U1.n3_Die_DQS0"};
+        "DQ_Ch0_U1_DQ3",        "DQ_Ch0_U1.n1_DQ3", "DQ_Ch0_U1.n2_DQ3",   "DQ_Ch0_U1.n1_Die_DQ3",
+        "DQ_Ch0_U1.n2_Die_DQ3", "DQS_Ch0_U1_DQS0",  "DQS_Ch0_U1.n3_DQS0", "DQS_Ch0_U1.n3_Die_DQS0"};
     EXPECT_EQ(QSet<QString>(writer.signals.keyBegin(), writer.signals.keyEnd()), expected);
     EXPECT_EQ(QSet<QString>(dialog.signals.keyBegin(), dialog.signals.keyEnd()), expected);
     // The clock's complement is unconnected and came second: the pair goes with a warning.

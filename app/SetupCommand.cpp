@@ -1,0 +1,125 @@
+// `lanetap setup`: the probe's setup dialog in a real window, opened as the host's script opens
+// it, with every commit of the edit saved to the design file.
+
+#include <QApplication>
+#include <QEvent>
+#include <QFile>
+#include <QTabWidget>
+#include <QTextBrowser>
+#include <QTimer>
+#include <cstdio>
+
+#include "app/Commands.h"
+
+namespace lanetap {
+namespace {
+
+// Ends the program once the dialog is hidden: by Finish, Cancel or the window's frame.
+class QuitWhenHidden : public QObject {
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Hide) {
+            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+QString helpPage(const std::string& key) {
+    QFile page(QString(":/help/%1.html").arg(QString::fromStdString(key)));
+    return page.open(QIODevice::ReadOnly) ? QString::fromUtf8(page.readAll()) : QString();
+}
+
+// The host's help window: one page per help key, bundled with the program.
+void showHelp(QWidget* owner, const std::string& key) {
+    auto* browser = new QTextBrowser(owner);
+    browser->setWindowFlags(Qt::Window);
+    browser->setAttribute(Qt::WA_DeleteOnClose);
+    browser->setWindowTitle("LaneTap help");
+    browser->setHtml(helpPage(key));
+    browser->resize(640, 720);
+    browser->show();
+}
+
+// The measurement route's tab given as --tab N, checked before anything is opened; -1 for none.
+int requestedTab(const Arguments& arguments) {
+    if (!arguments.values.contains("tab")) {
+        return -1;
+    }
+    bool number = false;
+    const int tab = arguments.value("tab").toInt(&number);
+    if (!number || tab < 0 || tab > 4) {
+        throw Failure(ExitUsage, QString("--tab must be a tab number from 0 to 4, not '%1'")
+                                     .arg(arguments.value("tab")));
+    }
+    return tab;
+}
+
+void showTab(QWidget* dialog, int tab) {
+    if (auto* tabs = dialog->findChild<QTabWidget*>("measurementTabs")) {
+        tabs->setTabEnabled(tab, true);
+        tabs->setCurrentIndex(tab);
+    }
+}
+
+void saveScreenshot(QWidget* dialog, const QString& path) {
+    QApplication::processEvents();
+    if (!dialog->grab().save(path)) {
+        throw Failure(ExitUsage, QString("cannot write the screenshot %1").arg(path));
+    }
+}
+
+}  // namespace
+
+int runSetup(const Arguments& arguments) {
+    if (arguments.positional.size() != 1) {
+        throw Failure(ExitUsage, "setup needs exactly one design file");
+    }
+    const QString probeName = arguments.required("probe");
+    const int tab = requestedTab(arguments);
+    standin::Host host;
+    loadDesign(host, arguments.positional.front());
+    findProbe(host, probeName);
+    loadPlugin(host, arguments);
+    host.setEditedItem(probeName.toStdString());
+
+    int exitCode = ExitOk;
+    host.onCommit = [&] {
+        try {
+            host.saveDesign();
+        } catch (const standin::DesignError& error) {
+            std::fprintf(stderr, "lanetap: error: %s\n", error.what());
+            exitCode = ExitUsage;
+            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        }
+    };
+    // The host's main window: the dialog's parent, never shown itself.
+    QWidget mainWindow;
+    host.onHelp = [&](const std::string& key, WinInstanceC*) { showHelp(&mainWindow, key); };
+    standin::WindowInstance window(&mainWindow);
+    const standin::CallResult opened =
+        host.call("LaneTap_show_dialog", {standin::ScriptArgument::windowInstance(&window)});
+    printWarnings(host);
+    checkCall(opened, "LaneTap_show_dialog");
+    auto* dialog = static_cast<QWidget*>(opened.pointer);
+    if (!dialog || exitCode != ExitOk) {
+        return exitCode;
+    }
+    // What the host's script does with the widget it is given: show it as a window of its own.
+    dialog->setWindowFlags(dialog->windowFlags() | Qt::Window);
+    if (tab >= 0) {
+        showTab(dialog, tab);
+    }
+    dialog->show();
+    if (arguments.values.contains("screenshot")) {
+        saveScreenshot(dialog, arguments.value("screenshot"));
+        return exitCode;
+    }
+    QuitWhenHidden quitter;
+    dialog->installEventFilter(&quitter);
+    QApplication::exec();
+    printWarnings(host);
+    return exitCode;
+}
+
+}  // namespace lanetap

@@ -1,0 +1,211 @@
+#pragma once
+
+#include <QHash>
+#include <QMultiHash>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+#include <memory>
+
+#include "discovery/SignalRecord.h"
+#include "host/Interfaces.h"
+#include "parameters/ControllerParameters.h"
+#include "ui_LaneTapQtDialog.h"
+
+class QComboBox;
+class QLineEdit;
+class QTabWidget;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace LaneTapUI {
+
+// The probe's setup dialog: a wizard over the measurement route (setup, signals, measurements,
+// reference signals, compliance) and the write-leveling route. There is one per process; the
+// script that opens it shows it, and closing it only hides it. The selection pages rebuild their
+// trees from the hashes below whenever their tab becomes current.
+//
+// The class declares no signals or slots of its own: every connection is made by pointer to
+// member in setupConnections.
+class LaneTapDialog : public QWidget {
+    Q_OBJECT
+
+public:
+    LaneTapDialog(std::shared_ptr<ItemParameterSession> session, QWidget* parent,
+                  Qt::WindowFlags flags);
+    ~LaneTapDialog() override;
+
+    // Takes over the edit of another item (or the same item again).
+    void rebindSession(std::shared_ptr<ItemParameterSession> newSession);
+    // Reads the controller, discovers the design's signals, restores the stored setup and at once
+    // writes it back, so that opening normalises the stored text.
+    void loadFromInstance(WinInstanceC* newWindowInstance);
+
+    // ---- wizard and commands (LaneTapDialog.cpp, Wizard.cpp) ----
+    void onWriteLevelingToggled(int state);
+    void onStackedPageChanged(int index);
+    void onWriteLevelingTabChanged(int index);
+    void onMeasurementTabChanged(int index);
+    void onNextClicked();
+    void onBackClicked();
+    void onApplyClicked();
+    void onCancelClicked();
+    void onFinishClicked();
+    void onHelpClicked();
+
+    // ---- setup page (SetupPage.cpp) ----
+    void onThresholdRowChanged(int row);
+    void onDramTypeChanged(const QString& text);
+    void onSpeedGradeChanged(const QString& text);
+    void onInternalVrefDQChanged(int state);
+    void onInternalVrefCAChanged(int state);
+
+    // ---- signal selection (SignalPage.cpp) ----
+    void onAddSignalClicked();
+    void onRemoveSignalClicked();
+
+    // ---- measurement selection (MeasurementPage.cpp) ----
+    void onMeasurementSignalChanged(QTreeWidgetItem* current);
+    void showMeasurementDescription(QTreeWidgetItem* item);
+    void onAddMeasurementClicked();
+    void onRemoveMeasurementClicked();
+
+    // ---- reference selection (ReferencePage.cpp) ----
+    void onRefSignalChanged(QTreeWidgetItem* current);
+    void onRefMeasurementChanged(QTreeWidgetItem* current);
+    void onAddRefSignalClicked();
+    void onRemoveRefSignalClicked();
+
+    // ---- compliance selection (CompliancePage.cpp) ----
+    void purgeDqCompliance();
+    void onEnableComplianceToggled(int state);
+    void onBrowsePdfDirClicked();
+    void onSaveToPdfToggled(int state);
+    void onComplianceSignalChanged(QTreeWidgetItem* current);
+    void showComplianceDescription(QTreeWidgetItem* item);
+    void onAddComplianceClicked();
+    void onRemoveComplianceClicked();
+
+    // ---- write leveling (WriteLevelingPages.cpp) ----
+    void onWlAddSignalClicked();
+    void onWlRemoveSignalClicked();
+    void onWlRefSignalChanged(QTreeWidgetItem* current);
+    void onWlAddRefSignalClicked();
+    void onWlRemoveRefSignalClicked();
+
+private:
+    void setupConnections();
+    void commitToHost();
+    // The session's parameters, through an iterator that lives for one operation.
+    void fillParameters(db::ParamIter& iterator);
+
+    // Wizard.cpp
+    void restoreWizardPosition(const db::ParamIter& parameters);
+    void disableTabsAfter(QTabWidget* tabs, int tab);
+    void updateNavigationButtons(QTabWidget* tabs, int index);
+    void advanceWizard(int page);
+
+    // LaneTapDialog.cpp: the controller and the signals of the design.
+    void readController();
+    // The rules a controller in the design brings to the setup page.
+    void applyControllerRules();
+    void discoverSignals();
+
+    // Persistence.cpp
+    void saveToInstance(db::ParamIter& parameters);
+    void saveWriteLevelingGroup(db::ParamIter& parameters);
+    void saveMeasurementGroup(db::ParamIter& parameters);
+    void writeVoltage(db::ParamIter& parameters, const std::string& key, QLineEdit* lineEdit,
+                      QComboBox* unitBox);
+    void readVoltage(const db::ParamIter& parameters, const std::string& key, QLineEdit* lineEdit,
+                     QComboBox* unitBox);
+    void loadSettings(const db::ParamIter& parameters);
+    void loadSelections(const db::ParamIter& parameters);
+
+    // SetupPage.cpp
+    void applyVoltage(const QString& text, QLineEdit* lineEdit, QComboBox* unitBox);
+    void applySupplyDefaults(const QString& dramTypeText);
+    void applyThresholdDefaults(int dataRate);
+    void setThresholdGroupTitle();
+
+    // SignalPage.cpp: the signal trees that every selection page stands on.
+    void populateSignalTree(QTreeWidget* tree, const SignalRecordHash& records,
+                            const QSet<QString>& excludedTypes);
+    void addSignalToTree(QTreeWidget* tree, const SignalRecord* record);
+    void finishTree(QTreeWidget* tree);
+    void fitColumn(QTreeWidget* tree, int column);
+    void refreshSignalSelectionTrees();
+    void moveRecords(QTreeWidgetItem* item, SignalRecordHash& target, SignalRecordHash& source);
+    QTreeWidgetItem* findOrCreateAncestors(QTreeWidgetItem* item, QTreeWidget* target);
+    void attachMovedItem(QTreeWidgetItem* item, QTreeWidgetItem* parent, QTreeWidget* target);
+    void mergeItemChildren(QTreeWidgetItem* source, QTreeWidgetItem* target);
+    void deleteItemAndEmptyParents(QTreeWidgetItem* item);
+    void moveKeys(const QStringList& keys, SignalRecordHash& from, SignalRecordHash& to);
+    void inheritGroupMeasurements(QTreeWidgetItem* item);
+    // Moves the current item of `from`, with its records, to `to`: the add and remove buttons of
+    // both signal tabs.
+    void moveSignalItem(QTreeWidget* from, QTreeWidget* to, SignalRecordHash& target,
+                        SignalRecordHash& source, bool inheritMeasurements);
+    void applyGroupMeasurements(const QString& key);
+
+    // MeasurementPage.cpp
+    void refreshMeasurementPage();
+    void fillFlatTree(QTreeWidget* tree, const QStringList& names);
+    void recordMeasurementAdded(QTreeWidgetItem* measurement, QTreeWidgetItem* signal);
+    void recordMeasurementRemoved(QTreeWidgetItem* measurement, QTreeWidgetItem* signal);
+
+    // ReferencePage.cpp
+    void collectClockSignals();
+    void assignDefaultReferences();
+    void refreshRefSignalPage();
+    void showRefPair(QTreeWidgetItem* signal, QTreeWidgetItem* measurement);
+    void updateRefGroupTitle(QTreeWidgetItem* signal, QTreeWidgetItem* measurement);
+    void colourPair(QTreeWidgetItem* signal, QTreeWidgetItem* measurement);
+    void colourPairs(QTreeWidgetItem* signal, QTreeWidget* measurementTree);
+    void colourUnreferenced(QTreeWidgetItem* item);
+    void recordRefSignalAdded(QTreeWidgetItem* reference, QTreeWidgetItem* signal,
+                              QTreeWidgetItem* measurement);
+    void recordRefSignalRemoved(QTreeWidgetItem* reference, QTreeWidgetItem* signal,
+                                QTreeWidgetItem* measurement);
+    SignalRecordHash recordsUnder(QTreeWidgetItem* item, SignalRecordHash records);
+
+    // CompliancePage.cpp
+    void refreshCompliancePage();
+    QHash<QString, QSet<QString>> collectModelsByType(const SignalRecordHash& records) const;
+    QString expectedModelForType(const QString& type) const;
+    void fillComplianceSignalTree(QTreeWidget* tree, const QHash<QString, QSet<QString>>& models);
+    void updateComplianceGroupTitle(QTreeWidgetItem* item);
+    void recordComplianceAdded(QTreeWidgetItem* measurement, QTreeWidgetItem* signal);
+    void recordGroupComplianceAdded(QTreeWidgetItem* measurement, QTreeWidgetItem* signal);
+    void recordComplianceRemoved(QTreeWidgetItem* measurement, QTreeWidgetItem* signal);
+
+    // WriteLevelingPages.cpp
+    void refreshWlSignalTrees();
+    void refreshWlRefPage();
+    void showWlRefSignals(QTreeWidgetItem* item);
+    void ensureWlDefaultRef(const QString& key);
+    void recordWlRefAdded(QTreeWidgetItem* reference, QTreeWidgetItem* signal);
+    void recordWlRefRemoved(QTreeWidgetItem* reference, QTreeWidgetItem* signal);
+
+    Ui::LaneTapQtDialog ui;
+    std::shared_ptr<ItemParameterSession> session;
+    WinInstanceC* windowInstance = nullptr;
+    std::unique_ptr<ControllerParameters> parameters;
+    QString workspaceDirectory;
+    bool writeLevelingEnabled = false;
+    bool sessionDirty = false;
+    int furthestTab = 0;
+    int stackPage = 2;
+    SignalRecordHash allSignals;
+    SignalRecordHash availableSignals;
+    SignalRecordHash selectedSignals;
+    SignalRecordHash wlAllSignals;
+    SignalRecordHash wlAvailableSignals;
+    SignalRecordHash wlSelectedSignals;
+    QHash<QString, QHash<QString, int>> groupMeasurements;
+    QHash<QString, QMultiHash<QString, int>> groupCompliance;
+    QHash<QString, QString> clockByNode;
+};
+
+}  // namespace LaneTapUI

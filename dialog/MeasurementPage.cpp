@@ -1,0 +1,161 @@
+// The "Select Measurements" tab: generic measurements chosen for one signal or for a whole group
+// of signals. A group's choice is kept under the group item's key and passed down at once to
+// every group and signal below it.
+
+#include <QStack>
+
+#include "catalogue/MeasurementTypes.h"
+#include "dialog/LaneTapDialog.h"
+
+namespace LaneTapUI {
+
+namespace {
+
+constexpr int keyColumn = 2;
+
+bool isLeaf(const QTreeWidgetItem* item) {
+    return item->childCount() == 0 && item->parent();
+}
+
+// Visits `item` and everything below it, last pushed first: `atGroup` with the key of every group
+// item, `atLeaf` with the key of every signal.
+template <class AtGroup, class AtLeaf>
+void walkSignalItems(QTreeWidgetItem* item, AtGroup atGroup, AtLeaf atLeaf) {
+    QStack<QTreeWidgetItem*> pending;
+    pending.push(item);
+    while (!pending.isEmpty()) {
+        QTreeWidgetItem* current = pending.pop();
+        const QString key = current->text(keyColumn);
+        if (isLeaf(current)) {
+            atLeaf(key);
+            continue;
+        }
+        atGroup(key);
+        for (int i = 0; i < current->childCount(); ++i) {
+            pending.push(current->child(i));
+        }
+    }
+}
+
+// Puts a copy of the current item of `from` in `to`, sorts that list and makes its first entry
+// current, which is not necessarily the copy. Gives the item that was copied, for the caller to
+// record and delete; null when `from` has no current item.
+QTreeWidgetItem* copyCurrentItem(QTreeWidget* from, QTreeWidget* to) {
+    QTreeWidgetItem* item = from->currentItem();
+    if (item) {
+        to->addTopLevelItem(item->clone());
+        to->sortItems(0, Qt::AscendingOrder);
+        to->setCurrentItem(to->topLevelItem(0));
+    }
+    return item;
+}
+
+}  // namespace
+
+void LaneTapDialog::refreshMeasurementPage() {
+    populateSignalTree(ui.selectMeasurementSelectedSignalTree, selectedSignals, {});
+    onMeasurementSignalChanged(ui.selectMeasurementSelectedSignalTree->currentItem());
+}
+
+void LaneTapDialog::onMeasurementSignalChanged(QTreeWidgetItem* current) {
+    QStringList selected;
+    QStringList available;
+    if (current) {
+        const QString key = current->text(keyColumn);
+        if (isLeaf(current)) {
+            if (const SignalRecord* record = selectedSignals.value(key)) {
+                selected = record->measurements.keys();
+            }
+        } else {
+            selected = groupMeasurements.value(key).keys();
+        }
+        QHash<QString, MeasurementType> offered = measurementTypesByDisplayName();
+        for (const QString& name : selected) {
+            offered.remove(name);
+        }
+        available = offered.keys();
+    }
+    fillFlatTree(ui.selectMeasurementAvailableMeasurementTree, available);
+    fillFlatTree(ui.selectMeasurementSelectedMeasurementTree, selected);
+    ui.measurementSelectionGroup->setTitle(
+        current ? "Select Measurements for Selected Signal: " + current->text(keyColumn)
+                : QStringLiteral("Select Signal ID/Signal Group from Selected Signal Tree"));
+    QTreeWidget* described = selected.isEmpty() ? ui.selectMeasurementAvailableMeasurementTree
+                                                : ui.selectMeasurementSelectedMeasurementTree;
+    showMeasurementDescription(described->topLevelItem(0));
+}
+
+void LaneTapDialog::fillFlatTree(QTreeWidget* tree, const QStringList& names) {
+    tree->clear();
+    for (const QString& name : names) {
+        tree->addTopLevelItem(new QTreeWidgetItem(QStringList{name}));
+    }
+    tree->sortItems(0, Qt::AscendingOrder);
+    tree->setCurrentItem(tree->topLevelItem(0));
+}
+
+void LaneTapDialog::onAddMeasurementClicked() {
+    if (QTreeWidgetItem* moved = copyCurrentItem(ui.selectMeasurementAvailableMeasurementTree,
+                                                 ui.selectMeasurementSelectedMeasurementTree)) {
+        recordMeasurementAdded(moved, ui.selectMeasurementSelectedSignalTree->currentItem());
+        delete moved;
+    }
+}
+
+void LaneTapDialog::onRemoveMeasurementClicked() {
+    if (QTreeWidgetItem* moved = copyCurrentItem(ui.selectMeasurementSelectedMeasurementTree,
+                                                 ui.selectMeasurementAvailableMeasurementTree)) {
+        recordMeasurementRemoved(moved, ui.selectMeasurementSelectedSignalTree->currentItem());
+        delete moved;
+    }
+}
+
+void LaneTapDialog::recordMeasurementAdded(QTreeWidgetItem* measurement, QTreeWidgetItem* signal) {
+    if (!measurement || !signal) {
+        return;
+    }
+    const QString name = measurement->text(0);
+    const int type = measurementTypesByDisplayName().value(name, MeasurementType(0));
+    walkSignalItems(
+        signal, [&](const QString& key) { groupMeasurements[key].insert(name, type); },
+        [&](const QString& key) {
+            if (SignalRecord* record = selectedSignals.value(key)) {
+                record->addMeasurement(name);
+            }
+        });
+}
+
+void LaneTapDialog::recordMeasurementRemoved(QTreeWidgetItem* measurement,
+                                             QTreeWidgetItem* signal) {
+    if (!measurement || !signal) {
+        return;
+    }
+    const QString name = measurement->text(0);
+    walkSignalItems(
+        signal,
+        [&](const QString& key) {
+            // The group's entry stays, also when this was its last measurement.
+            auto entry = groupMeasurements.find(key);
+            if (entry != groupMeasurements.end()) {
+                entry->remove(name);
+            }
+        },
+        [&](const QString& key) {
+            if (SignalRecord* record = selectedSignals.value(key)) {
+                record->removeMeasurement(name);
+            }
+        });
+}
+
+void LaneTapDialog::showMeasurementDescription(QTreeWidgetItem* item) {
+    if (!item) {
+        return;
+    }
+    const QString name = item->text(0);
+    if (measurementDescriptions().contains(name)) {
+        ui.measurementDescriptionLabel->setText(
+            measurementDescriptions().value(name, QStringLiteral("Description unknown.")));
+    }
+}
+
+}  // namespace LaneTapUI

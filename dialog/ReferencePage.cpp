@@ -1,0 +1,296 @@
+// The "Select Reference Signal" tab: for each pair of a selected signal and one of its
+// measurements, the signals it is measured against. Also the automatic reference every signal
+// gets when the dialog opens, and the red marking of pairs that still lack a reference.
+
+#include <QMultiHash>
+#include <algorithm>
+#include <initializer_list>
+
+#include "catalogue/MeasurementTypes.h"
+#include "dialog/LaneTapDialog.h"
+#include "discovery/DesignWalk.h"
+#include "parameters/MemoryTxRxComponentParameters.h"
+#include "parameters/ReferenceRules.h"
+
+namespace LaneTapUI {
+
+namespace {
+
+constexpr int keyColumn = 2;
+
+bool isLeaf(const QTreeWidgetItem* item) {
+    return item->childCount() == 0 && item->parent();
+}
+
+bool needsReference(const QString& measurement) {
+    return !referenceFreeTypesByDisplayName().contains(measurement);
+}
+
+void paint(QTreeWidgetItem* item, int column, Qt::GlobalColor colour) {
+    item->setForeground(column, colour);
+}
+
+// How the designators of the design's DDR parts are organised. A designator that two parts name
+// holds both values; the later one answers.
+struct DesignatorLayouts {
+    QMultiHash<QString, QString> widths;
+    QMultiHash<QString, QString> numberings;
+};
+
+DesignatorLayouts readDesignatorLayouts(db::Design* design) {
+    DesignatorLayouts layouts;
+    walkInstances(design, [&layouts](db::Instance* instance) {
+        const std::string cell = db::get_model_cell_name(instance);
+        if (cell == controllerCellName || cell == memoryCellName) {
+            const MemoryTxRxComponentParameters part(instance);
+            layouts.widths.unite(QMultiHash<QString, QString>(part.dqmByRefDes));
+            layouts.numberings.unite(QMultiHash<QString, QString>(part.dqsIndexByRefDes));
+        }
+        return true;
+    });
+    return layouts;
+}
+
+// The strobe of number `strobe` at the record's node, counted as the designator's DQS numbering
+// says: every strobe, or only the even or only the odd ones. Parts four bits wide count every one.
+QString strobeKey(const SignalRecord& record, int strobe, const DesignatorLayouts& layouts) {
+    const QString width = layouts.widths.value(record.refDes, QStringLiteral("x8"));
+    const QString numbering = layouts.numberings.value(record.refDes, QStringLiteral("Continuous"));
+    int number = strobe;
+    if (width != QLatin1String("x4") &&
+        (numbering == QLatin1String("Even") || numbering == QLatin1String("Odd"))) {
+        number = 2 * strobe + (numbering == QLatin1String("Odd") ? 1 : 0);
+    }
+    return "DQS_" + record.channel + "_" + record.nodeName + "_DQS" + QString::number(number);
+}
+
+bool containsAny(const QString& text, std::initializer_list<const char*> parts) {
+    return std::any_of(parts.begin(), parts.end(),
+                       [&text](const char* part) { return text.contains(QLatin1String(part)); });
+}
+
+// Types that are timed against the clock of their node.
+bool isClockedType(const QString& type) {
+    static const QSet<QString> exact = {"A", "CA", "DQS", "BA", "BG", "ODT"};
+    return exact.contains(type) || containsAny(type, {"CKE", "CAS", "RAS", "WE", "CS"});
+}
+
+QString defaultReferenceKey(const SignalRecord& record, const DesignatorLayouts& layouts,
+                            const QHash<QString, QString>& clockByNode) {
+    const QString& type = record.signalType;
+    if (type == QLatin1String("DQ")) {
+        const bool narrow = layouts.widths.value(record.refDes) == QLatin1String("x4");
+        return strobeKey(record, record.signalIndex.toInt() / (narrow ? 4 : 8), layouts);
+    }
+    if (containsAny(type, {"DM", "DBI"})) {
+        return strobeKey(record, record.signalIndex.toInt(), layouts);
+    }
+    if (isClockedType(type)) {
+        return clockByNode.value(record.channel + "." + record.nodeName,
+                                 "CK_" + record.channel + "_" + record.nodeName + "_CK0");
+    }
+    if (type == QLatin1String("CK")) {
+        return record.key;
+    }
+    return QString();
+}
+
+}  // namespace
+
+void LaneTapDialog::collectClockSignals() {
+    for (const SignalRecord* record : qAsConst(allSignals)) {
+        if (record->signalType == QLatin1String("CK")) {
+            clockByNode.insert(record->channel + "." + record->nodeName, record->key);
+        }
+    }
+}
+
+void LaneTapDialog::assignDefaultReferences() {
+    const DesignatorLayouts layouts = readDesignatorLayouts(session->design());
+    for (SignalRecord* record : qAsConst(allSignals)) {
+        record->defaultReference =
+            allSignals.value(defaultReferenceKey(*record, layouts, clockByNode));
+    }
+}
+
+void LaneTapDialog::refreshRefSignalPage() {
+    QTreeWidget* signalTree = ui.selectRefSignalSelectedSignalTree;
+    ui.selectRefSignalSelectedMeasurementTree->clear();
+    populateSignalTree(signalTree, selectedSignals, {});
+    colourUnreferenced(signalTree->invisibleRootItem());
+    QTreeWidgetItem* first = signalTree->topLevelItem(0);
+    while (first && first->childCount() > 0) {
+        first = first->child(0);
+    }
+    if (first) {
+        signalTree->setCurrentItem(first);
+    }
+}
+
+void LaneTapDialog::onRefSignalChanged(QTreeWidgetItem* current) {
+    if (!current) {
+        return;
+    }
+    QStringList names;
+    if (isLeaf(current)) {
+        if (const SignalRecord* record = selectedSignals.value(current->text(keyColumn))) {
+            names = record->measurements.keys();
+        }
+    }
+    QTreeWidget* measurementTree = ui.selectRefSignalSelectedMeasurementTree;
+    // A list that isn't empty makes its first measurement current, which shows the pair.
+    fillFlatTree(measurementTree, names);
+    colourPairs(current, measurementTree);
+    if (names.isEmpty()) {
+        showRefPair(current, measurementTree->currentItem());
+    }
+}
+
+void LaneTapDialog::onRefMeasurementChanged(QTreeWidgetItem* current) {
+    if (current) {
+        showRefPair(ui.selectRefSignalSelectedSignalTree->currentItem(), current);
+    }
+}
+
+void LaneTapDialog::showRefPair(QTreeWidgetItem* signal, QTreeWidgetItem* measurement) {
+    SignalRecordHash selected;
+    SignalRecordHash available;
+    QSet<QString> excluded;
+    const SignalRecord* record =
+        signal && measurement ? selectedSignals.value(signal->text(keyColumn)) : nullptr;
+    if (record) {
+        const QString name = measurement->text(0);
+        const bool wanted = needsReference(name);
+        ui.RefSignalSelectionGroup->setEnabled(wanted);
+        if (wanted) {
+            excluded = excludedReferenceTypes(record->signalType);
+            selected = record->referencesOf(name);
+            available = allSignals;
+            for (const QString& key : selected.keys()) {
+                available.remove(key);
+            }
+        }
+    }
+    populateSignalTree(ui.selectRefSignalAvailableRefSignalTree, available, excluded);
+    populateSignalTree(ui.selectRefSignalSelectedRefSignalTree, selected, excluded);
+    updateRefGroupTitle(signal, measurement);
+    colourPair(signal, measurement);
+}
+
+void LaneTapDialog::updateRefGroupTitle(QTreeWidgetItem* signal, QTreeWidgetItem* measurement) {
+    QString title;
+    if (!signal || (!measurement && !isLeaf(signal))) {
+        title = QStringLiteral("Select Signal ID from Selected Signal Tree");
+    } else if (!measurement) {
+        title = "Select a Measurement from Selected Measurement Tree for Selected Signal ID: " +
+                signal->text(keyColumn);
+    } else if (!needsReference(measurement->text(0))) {
+        // The two pair titles join key and measurement differently; both stand as they are.
+        title = "No Reference Signal required for Selected Signal ID-Measurement Pair: " +
+                signal->text(keyColumn) + "-" + measurement->text(0);
+    } else {
+        title = "Select Reference Signal for Selected Signal ID-Measurement Pair: " +
+                signal->text(keyColumn) + " - " + measurement->text(0);
+    }
+    ui.RefSignalSelectionGroup->setTitle(title);
+}
+
+void LaneTapDialog::colourPair(QTreeWidgetItem* signal, QTreeWidgetItem* measurement) {
+    const SignalRecord* record =
+        signal && measurement ? selectedSignals.value(signal->text(keyColumn)) : nullptr;
+    if (!record) {
+        return;
+    }
+    const QString name = measurement->text(0);
+    if (needsReference(name)) {
+        if (!record->referencesOf(name).isEmpty()) {
+            paint(measurement, 0, Qt::black);
+        } else {
+            paint(signal, 0, Qt::red);
+            paint(signal, 1, Qt::red);
+            paint(measurement, 0, Qt::red);
+        }
+    }
+    if (record->allMeasurementsReferenced()) {
+        paint(signal, 0, Qt::black);
+        paint(signal, 1, Qt::darkGreen);
+    }
+}
+
+void LaneTapDialog::colourPairs(QTreeWidgetItem* signal, QTreeWidget* measurementTree) {
+    for (int i = 0; i < measurementTree->topLevelItemCount(); ++i) {
+        colourPair(signal, measurementTree->topLevelItem(i));
+    }
+}
+
+void LaneTapDialog::colourUnreferenced(QTreeWidgetItem* item) {
+    for (int i = 0; i < item->childCount(); ++i) {
+        colourUnreferenced(item->child(i));
+    }
+    const SignalRecord* record =
+        isLeaf(item) ? selectedSignals.value(item->text(keyColumn)) : nullptr;
+    if (!record) {
+        return;
+    }
+    for (const QString& name : record->measurements.keys()) {
+        if (needsReference(name) && record->referencesOf(name).isEmpty()) {
+            paint(item, 0, Qt::red);
+            paint(item, 1, Qt::red);
+        }
+    }
+}
+
+void LaneTapDialog::onAddRefSignalClicked() {
+    QTreeWidgetItem* signal = ui.selectRefSignalSelectedSignalTree->currentItem();
+    QTreeWidgetItem* measurement = ui.selectRefSignalSelectedMeasurementTree->currentItem();
+    QTreeWidgetItem* reference = ui.selectRefSignalAvailableRefSignalTree->currentItem();
+    if (!reference) {
+        return;
+    }
+    recordRefSignalAdded(reference, signal, measurement);
+    // The reference trees move items only: their records stay in every hash.
+    SignalRecordHash none;
+    moveSignalItem(ui.selectRefSignalAvailableRefSignalTree,
+                   ui.selectRefSignalSelectedRefSignalTree, none, none, false);
+    colourPair(signal, measurement);
+}
+
+void LaneTapDialog::onRemoveRefSignalClicked() {
+    QTreeWidgetItem* signal = ui.selectRefSignalSelectedSignalTree->currentItem();
+    QTreeWidgetItem* measurement = ui.selectRefSignalSelectedMeasurementTree->currentItem();
+    QTreeWidgetItem* reference = ui.selectRefSignalSelectedRefSignalTree->currentItem();
+    if (!reference) {
+        return;
+    }
+    recordRefSignalRemoved(reference, signal, measurement);
+    SignalRecordHash none;
+    moveSignalItem(ui.selectRefSignalSelectedRefSignalTree,
+                   ui.selectRefSignalAvailableRefSignalTree, none, none, false);
+    colourPair(signal, measurement);
+}
+
+void LaneTapDialog::recordRefSignalAdded(QTreeWidgetItem* reference, QTreeWidgetItem* signal,
+                                         QTreeWidgetItem* measurement) {
+    SignalRecord* record =
+        signal && measurement ? allSignals.value(signal->text(keyColumn)) : nullptr;
+    for (SignalRecord* leaf : record ? recordsUnder(reference, allSignals) : SignalRecordHash()) {
+        record->addReference(measurement->text(0), leaf);
+    }
+}
+
+void LaneTapDialog::recordRefSignalRemoved(QTreeWidgetItem* reference, QTreeWidgetItem* signal,
+                                           QTreeWidgetItem* measurement) {
+    SignalRecord* record =
+        signal && measurement ? allSignals.value(signal->text(keyColumn)) : nullptr;
+    for (SignalRecord* leaf : record ? recordsUnder(reference, allSignals) : SignalRecordHash()) {
+        record->removeReference(measurement->text(0), leaf);
+    }
+}
+
+SignalRecordHash LaneTapDialog::recordsUnder(QTreeWidgetItem* item, SignalRecordHash records) {
+    SignalRecordHash leaves;
+    moveRecords(item, leaves, records);
+    return leaves;
+}
+
+}  // namespace LaneTapUI

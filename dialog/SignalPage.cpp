@@ -1,0 +1,271 @@
+// The "Select Signals" tab and the four-level signal trees that every selection page uses:
+// signal type, channel, node, signal. Column 2 of every item holds its key and is never shown.
+
+#include <QHeaderView>
+#include <QStack>
+
+#include "dialog/LaneTapDialog.h"
+#include "dialog/TreeWidgetItem.h"
+
+namespace LaneTapUI {
+
+namespace {
+
+constexpr int keyColumn = 2;
+
+bool isLeaf(const QTreeWidgetItem* item) {
+    return item->childCount() == 0 && item->parent();
+}
+
+QTreeWidgetItem* childWithText(QTreeWidgetItem* parent, const QString& text) {
+    for (int i = 0; i < parent->childCount(); ++i) {
+        if (parent->child(i)->text(0) == text) {
+            return parent->child(i);
+        }
+    }
+    return nullptr;
+}
+
+QTreeWidgetItem* topLevelWithText(QTreeWidget* tree, const QString& text) {
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        if (tree->topLevelItem(i)->text(0) == text) {
+            return tree->topLevelItem(i);
+        }
+    }
+    return nullptr;
+}
+
+QTreeWidgetItem* newItem(QTreeWidgetItem* parent, const QString& text, const QString& key) {
+    auto* item = new TreeWidgetItem(parent);
+    item->setText(0, text);
+    item->setText(keyColumn, key);
+    return item;
+}
+
+// The node and leaf of a record below its channel item, or below whatever level already exists.
+void addNodeAndLeaf(QTreeWidgetItem* channel, const SignalRecord* record) {
+    QTreeWidgetItem* node = childWithText(channel, record->displayName);
+    if (!node) {
+        node = newItem(channel, record->displayName, record->groupKey);
+    }
+    QTreeWidgetItem* leaf = newItem(node, record->signalType + record->signalIndex, record->key);
+    leaf->setText(1, record->instanceNames());
+    leaf->setForeground(1, Qt::darkGreen);
+}
+
+// Every leaf below `item`, the item itself if it is one, last pushed first.
+template <class Visit>
+void forEachLeaf(QTreeWidgetItem* item, Visit visit) {
+    QStack<QTreeWidgetItem*> pending;
+    pending.push(item);
+    while (!pending.isEmpty()) {
+        QTreeWidgetItem* current = pending.pop();
+        if (isLeaf(current)) {
+            visit(current->text(keyColumn));
+            continue;
+        }
+        for (int i = 0; i < current->childCount(); ++i) {
+            pending.push(current->child(i));
+        }
+    }
+}
+
+}  // namespace
+
+void LaneTapDialog::populateSignalTree(QTreeWidget* tree, const SignalRecordHash& records,
+                                       const QSet<QString>& excludedTypes) {
+    tree->clear();
+    for (const SignalRecord* record : records) {
+        if (!excludedTypes.contains(record->signalType)) {
+            addSignalToTree(tree, record);
+        }
+    }
+    finishTree(tree);
+}
+
+void LaneTapDialog::addSignalToTree(QTreeWidget* tree, const SignalRecord* record) {
+    const QList<QTreeWidgetItem*> types = tree->findItems(record->signalType, Qt::MatchExactly, 0);
+    if (types.isEmpty()) {
+        auto* type = new TreeWidgetItem();
+        type->setText(0, record->signalType);
+        type->setText(keyColumn, record->signalType);
+        tree->addTopLevelItem(type);
+        addNodeAndLeaf(newItem(type, record->channel, record->channel), record);
+        return;
+    }
+    QTreeWidgetItem* channel = childWithText(types.first(), record->channel);
+    if (!channel) {
+        channel = newItem(types.first(), record->channel, record->channel);
+    }
+    addNodeAndLeaf(channel, record);
+}
+
+void LaneTapDialog::finishTree(QTreeWidget* tree) {
+    tree->expandAll();
+    tree->sortItems(0, Qt::AscendingOrder);
+    fitColumn(tree, 0);
+    tree->setCurrentItem(tree->topLevelItem(0));
+}
+
+void LaneTapDialog::fitColumn(QTreeWidget* tree, int column) {
+    QHeaderView* header = tree ? tree->header() : nullptr;
+    if (!header || !tree->headerItem() || column > tree->columnCount()) {
+        return;
+    }
+    header->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    const int hinted = tree->headerItem()->sizeHint(column).width();
+    const int section = header->sectionSize(column);
+    header->setSectionResizeMode(column, QHeaderView::Interactive);
+    header->resizeSection(column, std::max(hinted, section));
+}
+
+void LaneTapDialog::refreshSignalSelectionTrees() {
+    populateSignalTree(ui.selectSignalAvailableSignalTree, availableSignals, {});
+    populateSignalTree(ui.selectSignalSelectedSignalTree, selectedSignals, {});
+}
+
+void LaneTapDialog::moveRecords(QTreeWidgetItem* item, SignalRecordHash& target,
+                                SignalRecordHash& source) {
+    forEachLeaf(item, [&](const QString& key) {
+        // The source's answer is taken as it is, also a null for a key it does not hold.
+        target.insert(key, source.value(key));
+        source.remove(key);
+    });
+}
+
+QTreeWidgetItem* LaneTapDialog::findOrCreateAncestors(QTreeWidgetItem* item, QTreeWidget* target) {
+    QList<QTreeWidgetItem*> ancestors;
+    for (QTreeWidgetItem* parent = item->parent(); parent; parent = parent->parent()) {
+        ancestors.prepend(parent);
+    }
+    QTreeWidgetItem* match = nullptr;
+    for (const QTreeWidgetItem* ancestor : ancestors) {
+        QTreeWidgetItem* found = match ? childWithText(match, ancestor->text(0))
+                                       : topLevelWithText(target, ancestor->text(0));
+        if (!found) {
+            // A new ancestor carries no key until the tree is next rebuilt.
+            found = new TreeWidgetItem();
+            found->setText(0, ancestor->text(0));
+            if (match) {
+                match->addChild(found);
+            } else {
+                target->addTopLevelItem(found);
+            }
+        }
+        match = found;
+    }
+    return match;
+}
+
+void LaneTapDialog::attachMovedItem(QTreeWidgetItem* item, QTreeWidgetItem* parent,
+                                    QTreeWidget* target) {
+    QTreeWidgetItem* found =
+        parent ? childWithText(parent, item->text(0)) : topLevelWithText(target, item->text(0));
+    if (found) {
+        mergeItemChildren(item, found);
+        target->setCurrentItem(found);
+        return;
+    }
+    QTreeWidgetItem* copy = item->clone();
+    if (parent) {
+        parent->addChild(copy);
+    } else {
+        target->addTopLevelItem(copy);
+    }
+    target->setCurrentItem(copy);
+}
+
+void LaneTapDialog::mergeItemChildren(QTreeWidgetItem* source, QTreeWidgetItem* target) {
+    QHash<QString, QTreeWidgetItem*> existing;
+    for (int i = 0; i < target->childCount(); ++i) {
+        existing.insert(target->child(i)->text(0), target->child(i));
+    }
+    for (int i = 0; i < source->childCount(); ++i) {
+        QTreeWidgetItem* child = source->child(i);
+        if (QTreeWidgetItem* match = existing.value(child->text(0))) {
+            mergeItemChildren(child, match);
+        } else {
+            target->addChild(child->clone());
+        }
+    }
+}
+
+void LaneTapDialog::deleteItemAndEmptyParents(QTreeWidgetItem* item) {
+    QTreeWidgetItem* parent = item->parent();
+    delete item;
+    while (parent && parent->childCount() == 0) {
+        QTreeWidgetItem* next = parent->parent();
+        delete parent;
+        parent = next;
+    }
+}
+
+void LaneTapDialog::moveKeys(const QStringList& keys, SignalRecordHash& from,
+                             SignalRecordHash& to) {
+    for (const QString& key : keys) {
+        auto found = from.find(key);
+        if (found != from.end()) {
+            to.insert(key, found.value());
+            from.erase(found);
+        }
+    }
+}
+
+void LaneTapDialog::inheritGroupMeasurements(QTreeWidgetItem* item) {
+    forEachLeaf(item, [this](const QString& key) {
+        const SignalRecord* record = allSignals.value(key);
+        // The channel's key is tested where the node's might be expected: an entry under the
+        // node's key alone does not reach a signal added later.
+        if (record && (groupMeasurements.contains(record->signalType) ||
+                       groupMeasurements.contains(record->channelGroupKey))) {
+            applyGroupMeasurements(key);
+        }
+    });
+}
+
+void LaneTapDialog::applyGroupMeasurements(const QString& key) {
+    SignalRecord* record = allSignals.value(key);
+    if (!record) {
+        return;
+    }
+    if (!groupMeasurements.contains(record->groupKey)) {
+        if (groupMeasurements.contains(record->channelGroupKey)) {
+            groupMeasurements.insert(record->groupKey,
+                                     groupMeasurements.value(record->channelGroupKey));
+        } else if (groupMeasurements.contains(record->signalType)) {
+            const QHash<QString, int> entry = groupMeasurements.value(record->signalType);
+            groupMeasurements.insert(record->channelGroupKey, entry);
+            groupMeasurements.insert(record->groupKey, entry);
+        } else {
+            return;
+        }
+    }
+    record->setMeasurementsWithReferences(groupMeasurements.value(record->groupKey).values());
+}
+
+void LaneTapDialog::moveSignalItem(QTreeWidget* from, QTreeWidget* to, SignalRecordHash& target,
+                                   SignalRecordHash& source, bool inheritMeasurements) {
+    QTreeWidgetItem* item = from->currentItem();
+    if (!item) {
+        return;
+    }
+    moveRecords(item, target, source);
+    if (inheritMeasurements) {
+        inheritGroupMeasurements(item);
+    }
+    attachMovedItem(item, findOrCreateAncestors(item, to), to);
+    deleteItemAndEmptyParents(item);
+    fitColumn(to, 0);
+}
+
+void LaneTapDialog::onAddSignalClicked() {
+    moveSignalItem(ui.selectSignalAvailableSignalTree, ui.selectSignalSelectedSignalTree,
+                   selectedSignals, availableSignals, true);
+}
+
+void LaneTapDialog::onRemoveSignalClicked() {
+    moveSignalItem(ui.selectSignalSelectedSignalTree, ui.selectSignalAvailableSignalTree,
+                   availableSignals, selectedSignals, false);
+}
+
+}  // namespace LaneTapUI

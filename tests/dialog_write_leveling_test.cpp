@@ -1,0 +1,255 @@
+// The write-leveling route: its signal tab, the reference tab with the default reference that
+// returns, its independence from the measurement route, and what Apply writes on each route.
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QTabWidget>
+#include <QTreeWidget>
+#include <tuple>
+
+#include "support/DialogFixture.h"
+#include "support/SelectionPages.h"
+
+using lanetap_test::busDesign;
+using lanetap_test::childTexts;
+using lanetap_test::choose;
+using lanetap_test::leafKeys;
+using lanetap_test::OpenDialog;
+using lanetap_test::storedList;
+
+namespace {
+
+// A stored map of "key name name ," records.
+QHash<QString, QSet<QString>> storedNameMap(const QString& text) {
+    QHash<QString, QSet<QString>> map;
+    for (const QString& record : text.split(',', Qt::SkipEmptyParts)) {
+        QStringList parts = record.split(' ', Qt::SkipEmptyParts);
+        if (!parts.isEmpty()) {
+            const QString key = parts.takeFirst();
+            map[key] = QSet<QString>(parts.begin(), parts.end());
+        }
+    }
+    return map;
+}
+
+// The write-leveling route of a dialog that opened on the first tab of the measurement route.
+struct WriteLevelingRoute {
+    explicit WriteLevelingRoute(OpenDialog& dialog) : opened(dialog) {}
+
+    // Back from the first tab leads to the first page even though the button is hidden there.
+    void enter(bool writeLeveling = true) {
+        button("backButton")->click();
+        opened.find<QCheckBox>("writeLevelingCheckBox")->setChecked(writeLeveling);
+        button("nextButton")->click();
+    }
+    void nextTab() { button("nextButton")->click(); }
+    QPushButton* button(const QString& name) { return opened.find<QPushButton>(name); }
+
+    void chooseSignal(const QStringList& path) {
+        ASSERT_TRUE(choose(signals, path)) << path.join("/").toStdString();
+    }
+    void move(QTreeWidget* from, const QStringList& path, const QString& buttonName) {
+        ASSERT_TRUE(choose(from, path)) << path.join("/").toStdString();
+        button(buttonName)->click();
+    }
+    QString title() const { return opened.find<QGroupBox>("wlRefSignalSelectionGroup")->title(); }
+    QHash<QString, QSet<QString>> applyAndReadReferences() {
+        button("applyButton")->click();
+        return storedNameMap(opened.stored("WriteLevelingSelectedRefSignalListMap"));
+    }
+
+    OpenDialog& opened;
+    QTreeWidget* availableSignals = opened.find<QTreeWidget>("wlSelectSignalAvailableSignalTree");
+    QTreeWidget* selectedSignals = opened.find<QTreeWidget>("wlSelectSignalSelectedSignalTree");
+    QTreeWidget* signals = opened.find<QTreeWidget>("wlSelectRefSignalSelectedSignalTree");
+    QTreeWidget* available = opened.find<QTreeWidget>("wlSelectRefSignalAvailableRefSignalTree");
+    QTreeWidget* selected = opened.find<QTreeWidget>("wlSelectRefSignalSelectedRefSignalTree");
+};
+
+const QStringList dq10{"DQ", "Ch0", "U2", "DQ10"};
+const QStringList dq17{"DQ", "Ch0", "U2", "DQ17"};
+const QStringList dqs1{"DQS", "Ch0", "U2", "DQS1"};
+const QSet<QString> clocks{"CK_Ch0_U1_CK0", "CK_Ch1_U1_CK0", "CK_Ch0_U2_CK0", "CK_Ch1_U2_CK0"};
+
+}  // namespace
+
+TEST(WriteLevelingReferences, TheDefaultReferenceComesBackOnceTheListIsEmpty) {
+    OpenDialog opened(
+        busDesign(R"("WritelevelingSelectedSignalList":"DQ_Ch0_U2_DQ10,DQ_Ch0_U2_DQ17,")"));
+    WriteLevelingRoute route(opened);
+    route.enter();
+    route.nextTab();
+    // The tab opens on the signal type, a group: nothing to choose from yet.
+    ASSERT_NE(route.signals->currentItem(), nullptr);
+    EXPECT_EQ(route.signals->currentItem()->text(0), "DQ");
+    EXPECT_EQ(route.title(), "Select Signal ID from Selected Signal Tree");
+    EXPECT_EQ(route.available->topLevelItemCount(), 0);
+    EXPECT_EQ(route.selected->topLevelItemCount(), 0);
+
+    route.chooseSignal(dq10);
+    EXPECT_EQ(route.title(), "Select Reference Signal for Selected Signal: DQ_Ch0_U2_DQ10");
+    EXPECT_EQ(leafKeys(route.selected), QSet<QString>{"DQS_Ch0_U2_DQS1"});
+    EXPECT_FALSE(leafKeys(route.available).contains("DQS_Ch0_U2_DQS1"));
+    EXPECT_TRUE(leafKeys(route.available).contains("DQ_Ch0_U2_DQ10"));
+
+    route.move(route.selected, dqs1, "wlRemoveRefSignalButton");
+    EXPECT_TRUE(leafKeys(route.selected).isEmpty());
+    EXPECT_TRUE(leafKeys(route.available).contains("DQS_Ch0_U2_DQS1"));
+    EXPECT_TRUE(route.applyAndReadReferences().value("DQ_Ch0_U2_DQ10").isEmpty());
+
+    // DQ17 has no strobe of its own and so nothing to start with.
+    route.chooseSignal(dq17);
+    EXPECT_EQ(route.title(), "Select Reference Signal for Selected Signal: DQ_Ch0_U2_DQ17");
+    EXPECT_TRUE(leafKeys(route.selected).isEmpty());
+
+    route.chooseSignal(dq10);
+    EXPECT_EQ(leafKeys(route.selected), QSet<QString>{"DQS_Ch0_U2_DQS1"});
+    route.move(route.available, {"CK"}, "wlAddRefSignalButton");
+    EXPECT_EQ(leafKeys(route.selected), clocks + QSet<QString>{"DQS_Ch0_U2_DQS1"});
+
+    const auto stored = route.applyAndReadReferences();
+    EXPECT_EQ(stored.value("DQ_Ch0_U2_DQ10"), clocks + QSet<QString>{"DQS_Ch0_U2_DQS1"});
+    ASSERT_TRUE(stored.contains("DQ_Ch0_U2_DQ17"));
+    EXPECT_TRUE(stored.value("DQ_Ch0_U2_DQ17").isEmpty());
+}
+
+TEST(WriteLevelingRoutes, ApplyWritesTheSelectionOfTheShowingRouteOnly) {
+    const QString staleList = "DQ_Ch0_U1_DQ2,Gone_Ch0_U9_X1,";
+    const QString staleMap = "DQ_Ch0_U1_DQ2 Gone_Ch0_U9_X1 ,";
+    OpenDialog opened(busDesign(QString(R"("SelectedSignalList":"DQ_Ch0_U2_DQ2,",)"
+                                        R"("WritelevelingSelectedSignalList":"%1",)"
+                                        R"("WriteLevelingSelectedRefSignalListMap":"%2")")
+                                    .arg(staleList, staleMap)));
+    // The opening saved the measurement route, which leaves the write-leveling text as it was.
+    EXPECT_EQ(opened.stored("WritelevelingSelectedSignalList"), staleList);
+    EXPECT_EQ(opened.stored("WriteLevelingSelectedRefSignalListMap"), staleMap);
+    const QString measurementSelection = opened.stored("SelectedSignalList");
+    EXPECT_EQ(storedList(measurementSelection), QSet<QString>{"DQ_Ch0_U2_DQ2"});
+
+    WriteLevelingRoute route(opened);
+    route.enter();
+    EXPECT_EQ(leafKeys(route.selectedSignals), QSet<QString>{"DQ_Ch0_U1_DQ2"});
+    route.move(route.availableSignals, dq10, "wlAddSignalButton");
+    route.move(route.selectedSignals, {"DQ", "Ch0", "U1", "DQ2"}, "wlRemoveSignalButton");
+    const auto references = route.applyAndReadReferences();
+    EXPECT_EQ(storedList(opened.stored("WritelevelingSelectedSignalList")),
+              QSet<QString>{"DQ_Ch0_U2_DQ10"});
+    // No reference tab was shown, so no default was given.
+    EXPECT_EQ(references, (QHash<QString, QSet<QString>>{{"DQ_Ch0_U2_DQ10", {}}}));
+    EXPECT_EQ(opened.stored("EnableWriteLeveling"), "1");
+    EXPECT_EQ(opened.stored("SelectedSignalList"), measurementSelection);
+
+    // A further choice that is not applied before the measurement route takes over.
+    route.move(route.availableSignals, dq17, "wlAddSignalButton");
+    route.enter(false);
+    EXPECT_EQ(opened.find<QStackedWidget>("stackedWidget")->currentIndex(), 2);
+    route.nextTab();
+    auto* measurementSelected = opened.find<QTreeWidget>("selectSignalSelectedSignalTree");
+    EXPECT_EQ(leafKeys(measurementSelected), QSet<QString>{"DQ_Ch0_U2_DQ2"});
+    route.move(opened.find<QTreeWidget>("selectSignalAvailableSignalTree"), dq17,
+               "addSignalButton");
+    route.button("applyButton")->click();
+    EXPECT_EQ(storedList(opened.stored("SelectedSignalList")),
+              (QSet<QString>{"DQ_Ch0_U2_DQ2", "DQ_Ch0_U2_DQ17"}));
+    EXPECT_EQ(storedList(opened.stored("WritelevelingSelectedSignalList")),
+              QSet<QString>{"DQ_Ch0_U2_DQ10"});
+    EXPECT_EQ(storedNameMap(opened.stored("WriteLevelingSelectedRefSignalListMap")), references);
+
+    // The write-leveling selection survived the trip, the choice that was not applied with it.
+    route.button("backButton")->click();
+    route.enter();
+    EXPECT_EQ(leafKeys(route.selectedSignals), (QSet<QString>{"DQ_Ch0_U2_DQ10", "DQ_Ch0_U2_DQ17"}));
+}
+
+TEST(WriteLevelingRoutes, ASignalOnBothRoutesKeepsTwoReferenceLists) {
+    OpenDialog opened(
+        busDesign(R"("SelectedSignalList":"DQ_Ch0_U2_DQ10,",)"
+                  R"("SelectedMeasurementsListMap":"DQ_Ch0_U2_DQ10 1 ,",)"
+                  R"("SelectedMeasurementsRefSignalListMap":"DQ_Ch0_U2_DQ10 1 DQS_Ch0_U2_DQS0 ,",)"
+                  R"("WritelevelingSelectedSignalList":"DQ_Ch0_U2_DQ10,")"));
+    WriteLevelingRoute route(opened);
+    route.enter();
+    route.nextTab();
+    route.chooseSignal(dq10);
+    EXPECT_EQ(leafKeys(route.selected), QSet<QString>{"DQS_Ch0_U2_DQS1"});
+    route.move(route.available, {"CK", "Ch0", "U2", "CK0"}, "wlAddRefSignalButton");
+    EXPECT_EQ(route.applyAndReadReferences().value("DQ_Ch0_U2_DQ10"),
+              (QSet<QString>{"DQS_Ch0_U2_DQS1", "CK_Ch0_U2_CK0"}));
+
+    // Back to the first tab, the first page, and the measurement route up to its reference tab.
+    route.button("backButton")->click();
+    route.enter(false);
+    for (int tab = 0; tab < 3; ++tab) {
+        route.nextTab();
+    }
+    ASSERT_EQ(opened.find<QTabWidget>("measurementTabs")->currentIndex(), 3);
+    auto* measurementSignals = opened.find<QTreeWidget>("selectRefSignalSelectedSignalTree");
+    ASSERT_TRUE(choose(measurementSignals, dq10));
+    EXPECT_EQ(leafKeys(opened.find<QTreeWidget>("selectRefSignalSelectedRefSignalTree")),
+              QSet<QString>{"DQS_Ch0_U2_DQS0"});
+    route.button("applyButton")->click();
+    EXPECT_EQ(
+        lanetap_test::storedReferenceMap(opened.stored("SelectedMeasurementsRefSignalListMap"))
+            .value("DQ_Ch0_U2_DQ10")
+            .value(1),
+        QSet<QString>{"DQS_Ch0_U2_DQS0"});
+}
+
+namespace {
+
+QString pinTerminal(const QString& pin) {
+    return QString(R"({"name":"%1","net":"net_%1"})").arg(pin);
+}
+
+QString pinPort(const QString& pin, const QString& family, int index) {
+    return QString(R"({"port":"%1","pin":"%1","refDes":"U1","channel":0,"signal":"%2","index":%3})")
+        .arg(pin, family)
+        .arg(index);
+}
+
+// One memory with a data, a mask, an address and a chip-select signal, two strobes and two
+// clocks, all four signals chosen for write leveling.
+QByteArray mixedTypeDesign() {
+    const QList<std::tuple<QString, QString, int>> pins{
+        {"DQ0", "DQ", 0},       {"DM_n0", "DM_n", 0},   {"A0", "A", 0},       {"CS_n0", "CS_n", 0},
+        {"DQS_t0", "DQS_t", 0}, {"DQS_t1", "DQS_t", 1}, {"CK_t0", "CK_t", 0}, {"CK_t1", "CK_t", 1}};
+    QStringList terminals;
+    QStringList ports;
+    for (const auto& [pin, family, index] : pins) {
+        terminals << pinTerminal(pin);
+        ports << pinPort(pin, family, index);
+    }
+    const QString memory =
+        QString(R"({"name":"M1","cell":"DDR_Memory","parameters":{"RefDesName":"U1"},)"
+                R"("terminals":[%1],"ddrPorts":[%2]})")
+            .arg(terminals.join(","), ports.join(","));
+    return lanetap_test::designText(
+        {memory, lanetap_test::probeInstance(
+                     "X1", R"("WritelevelingSelectedSignalList":)"
+                           R"("DQ_Ch0_U1_DQ0,DM_Ch0_U1_DM0,A_Ch0_U1_A0,CS_Ch0_U1_CS0,")")});
+}
+
+}  // namespace
+
+TEST(WriteLevelingReferences, OnlyTypesFoundByWhatTheyContainExcludeCandidates) {
+    OpenDialog opened(mixedTypeDesign());
+    WriteLevelingRoute route(opened);
+    route.enter();
+    route.nextTab();
+    const QStringList everything{"A", "CK", "CS", "DM", "DQ", "DQS"};
+
+    // The numbered type DQ0 is not "DQ", and A0 is not "A": nothing is held back from them.
+    route.chooseSignal({"DQ", "Ch0", "U1", "DQ0"});
+    EXPECT_EQ(childTexts(route.available), everything);
+    route.chooseSignal({"A", "Ch0", "U1", "A0"});
+    EXPECT_EQ(childTexts(route.available), everything);
+    // DM0 still contains "DM" and CS0 "CS".
+    route.chooseSignal({"DM", "Ch0", "U1", "DM0"});
+    EXPECT_EQ(childTexts(route.available), (QStringList{"CK", "DM", "DQ", "DQS"}));
+    route.chooseSignal({"CS", "Ch0", "U1", "CS0"});
+    EXPECT_EQ(childTexts(route.available), (QStringList{"A", "CK", "CS", "DM"}));
+}
