@@ -76,31 +76,6 @@ void expectOneErrorLine(const ProgramRun& run, const QString& context) {
     EXPECT_EQ(run.err.count('\n'), 1) << run.err.toStdString();
 }
 
-TEST(ComplianceEntryOrder, ListsEveryRowOfATableOnceWithItsDdr4RowsFirst) {
-    for (const NamedTable& named : allTables()) {
-        const QList<qint32> order = LaneTapUI::complianceEntryOrder(*named.table);
-        EXPECT_EQ(order.size(), named.table->size()) << named.name.toStdString();
-        EXPECT_EQ(QSet<qint32>(order.begin(), order.end()),
-                  QSet<qint32>(named.table->keyBegin(), named.table->keyEnd()))
-            << named.name.toStdString();
-        bool lpddr4Seen = false;
-        for (qint32 id : order) {
-            const bool lpddr4 = named.table->value(id).dramType == "LPDDR4";
-            EXPECT_FALSE(lpddr4Seen && !lpddr4) << named.name.toStdString() << " " << id;
-            lpddr4Seen = lpddr4Seen || lpddr4;
-        }
-    }
-    // The DQ rows as the tables list them: 18 of DDR4 from 11311 to 103005, then LPDDR4's 30501.
-    const QList<qint32> dq = LaneTapUI::complianceEntryOrder(LaneTapUI::dqComplianceTable());
-    ASSERT_EQ(dq.size(), 32);
-    EXPECT_EQ(dq.mid(0, 3), (QList<qint32>{11311, 11312, 11321}));
-    EXPECT_EQ(dq[17], 103005);
-    EXPECT_EQ(dq[18], 30501);
-    // A copy is not one of the catalogue's tables.
-    const ComplianceTable copy = LaneTapUI::dqComplianceTable();
-    EXPECT_TRUE(LaneTapUI::complianceEntryOrder(copy).isEmpty());
-}
-
 TEST(CatalogueCommand, JsonHoldsTheWholeCatalogue) {
     const QJsonObject catalogue = catalogueJson({});
     EXPECT_EQ(catalogue["compliance"].toArray().size(), 221);
@@ -136,40 +111,6 @@ TEST(CatalogueCommand, JsonHoldsTheWholeCatalogue) {
 
     EXPECT_EQ(catalogue["voltageUnits"].toArray(),
               QJsonArray({"None", "fV", "pV", "nV", "uV", "mV", "V", "kV"}));
-}
-
-TEST(CatalogueCommand, ShowsEachTableInItsOrderOfEntryWithTheRowsAsTheyStand) {
-    const QJsonArray rows = catalogueJson({})["compliance"].toArray();
-    QStringList tableSequence;
-    QHash<QString, QList<qint32>> idsByTable;
-    for (const QJsonValue& row : rows) {
-        const QString table = row["table"].toString();
-        if (tableSequence.isEmpty() || tableSequence.last() != table) {
-            tableSequence << table;
-        }
-        idsByTable[table] << row["id"].toInt();
-    }
-    QStringList tableNames;
-    for (const NamedTable& named : allTables()) {
-        tableNames << named.name;
-        EXPECT_EQ(idsByTable.value(named.name), LaneTapUI::complianceEntryOrder(*named.table))
-            << named.name.toStdString();
-    }
-    EXPECT_EQ(tableSequence, tableNames) << "each table is one block, in the catalogue's order";
-
-    for (const QJsonValue& shown : rows) {
-        const ComplianceTable* table = nullptr;
-        for (const NamedTable& named : allTables()) {
-            table = named.name == shown["table"].toString() ? named.table : table;
-        }
-        ASSERT_NE(table, nullptr);
-        const ComplianceMeasurement row = table->value(shown["id"].toInt());
-        EXPECT_EQ(shown["name"].toString(), row.name);
-        EXPECT_EQ(shown["operationMode"].toInt(), row.operationMode);
-        EXPECT_EQ(shown["continuousAllowed"].toBool(), row.continuousAllowed);
-        EXPECT_EQ(shown["dramType"].toString(), row.dramType);
-        EXPECT_EQ(shown["description"].toString(), row.description);
-    }
 }
 
 struct FilterCase {
@@ -215,40 +156,6 @@ TEST(CatalogueCommand, FiltersGiveExactlyWhatTheComplianceLookupOffers) {
     }
 }
 
-TEST(CatalogueCommand, AFilterLeftOutNarrowsNothing) {
-    EXPECT_EQ(pairsOf(catalogueJson({"--dram", "lpddr4"})["compliance"].toArray()),
-              rowsWhere([](const ComplianceMeasurement& row) { return row.dramType == "LPDDR4"; }));
-    EXPECT_EQ(
-        pairsOf(catalogueJson({"--mode", "write", "--dqs", "continuous"})["compliance"].toArray()),
-        rowsWhere([](const ComplianceMeasurement& row) {
-            return row.operationMode != 0 && row.continuousAllowed;
-        }));
-    const QJsonArray dq = catalogueJson({"--type", "DQ"})["compliance"].toArray();
-    EXPECT_EQ(dq.size(), LaneTapUI::dqComplianceTable().size());
-}
-
-TEST(CatalogueCommand, TextShowsOneLinePerRowAndSaysWhenNothingMatches) {
-    const ProgramRun all = runProgram({"catalogue"});
-    ASSERT_EQ(all.exitCode, 0);
-    const QList<QByteArray> lines = all.out.trimmed().split('\n');
-    ASSERT_EQ(lines.size(), 222);
-    EXPECT_TRUE(lines[0].startsWith("TABLE"));
-    EXPECT_TRUE(lines[1].startsWith("ckeComplianceTable"));
-    EXPECT_TRUE(lines[1].contains("30206"));
-
-    const ProgramRun described =
-        runProgram({"catalogue", "--type", "CKE", "--dram", "DDR4", "--descriptions"});
-    const QList<QByteArray> describedLines = described.out.split('\n');
-    ASSERT_GE(describedLines.size(), 4);
-    EXPECT_TRUE(describedLines[1].contains("tCKE"));
-    EXPECT_EQ(describedLines[2], "    CKE Minimum Pulse Width.");
-    EXPECT_EQ(describedLines[3], "    Measurement dependent on CK signal.");
-
-    const ProgramRun none = runProgram({"catalogue", "--type", "ODT"});
-    EXPECT_EQ(none.exitCode, 0);
-    EXPECT_EQ(none.out, "no compliance rows match\n");
-}
-
 TEST(CatalogueCommand, ThresholdsShowTheColumnThatARateRoundsUpTo) {
     struct Case {
         QString rate;
@@ -271,16 +178,6 @@ TEST(CatalogueCommand, ThresholdsShowTheColumnThatARateRoundsUpTo) {
     const QJsonObject column = catalogueJson({"--thresholds", "2134"});
     EXPECT_EQ(column["speedGrade"].toInt(), 2400);
     EXPECT_EQ(column["thresholds"]["vilDiff_DQS"].toString(), "-0.13 V");
-}
-
-TEST(CatalogueCommand, SectionsShowMeasurementsAndOneDramTypesSupplies) {
-    const ProgramRun supplies = runProgram({"catalogue", "--supplies", "--dram", "LPDDR4"});
-    ASSERT_EQ(supplies.exitCode, 0);
-    const QList<QByteArray> lines = supplies.out.trimmed().split('\n');
-    EXPECT_EQ(lines.size(), 5);
-    EXPECT_TRUE(lines.contains("LPDDR4 vtt=0.55 V"));
-    const QJsonArray measurements = catalogueJson({"--measurements"})["measurements"].toArray();
-    EXPECT_EQ(measurements.size(), 7);
 }
 
 TEST(CatalogueCommand, BadOptionsFailWithOneLineAndPrintNothing) {

@@ -92,40 +92,4 @@ TEST(SignalsCommand, WarnsOfAPairThatLosesAHalfAndKeepsThePairThatLostItSilently
     EXPECT_TRUE(byKey.contains("DQS_Ch0_U1_DQS0")) << "the controller's pair is whole";
 }
 
-TEST(SignalsCommand, CountsIndexesAsNumbers) {
-    lanetap_test::Workspace workspace;
-    const ProgramRun generated = runProgram({"generate", "--width", "x16"});
-    ASSERT_EQ(generated.exitCode, 0);
-    const ProgramRun text = runProgram({"signals", workspace.write("x16.json", generated.out)});
-    ASSERT_EQ(text.exitCode, 0);
-    QStringList memoryBits;
-    for (const QString& key : firstColumn(text.out)) {
-        if (key.startsWith("DQ_Ch0_U2_DQ")) {
-            memoryBits << key.mid(QString("DQ_Ch0_U2_DQ").size());
-        }
-    }
-    EXPECT_EQ(memoryBits, (QStringList{"0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11",
-                                       "12", "13", "14", "15"}));
-}
-
-TEST(SignalsCommand, BadInputFailsWithOneLine) {
-    lanetap_test::Workspace workspace;
-    const QString broken = workspace.write("broken.json", "{\"format\": ");
-    const QList<QStringList> cases{
-        {"signals"},
-        {"signals", examples + "ddr4_x8_write.json", examples + "die_mode.json"},
-        {"signals", workspace.path("absent.json")},
-        {"signals", broken},
-        {"signals", examples + "ddr4_x8_write.json", "--probe", "X9"},
-        {"signals", examples + "ddr4_x8_write.json", "--probe"},
-    };
-    for (const QStringList& arguments : cases) {
-        const ProgramRun run = runProgram(arguments);
-        EXPECT_EQ(run.exitCode, 2) << arguments.join(' ').toStdString();
-        EXPECT_TRUE(run.out.isEmpty());
-        EXPECT_TRUE(run.err.startsWith("lanetap: error: ")) << run.err.toStdString();
-        EXPECT_EQ(run.err.count('\n'), 1) << run.err.toStdString();
-    }
-}
-
 }  // namespace

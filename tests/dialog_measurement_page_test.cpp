@@ -105,18 +105,6 @@ QList<QStringList> pathsBelow(QTreeWidget* tree, const QStringList& path) {
 
 }  // namespace
 
-TEST(MeasurementPage, WithNoSelectedSignalThePageIsEmptyAndItsButtonsIdle) {
-    MeasurementTab tab({});
-    EXPECT_EQ(tab.signalTree->topLevelItemCount(), 0);
-    EXPECT_EQ(tab.title(), noSignalTitle);
-    for (const char* button : {"addMeasurementButton", "removeMeasurementButton"}) {
-        tab.opened.find<QPushButton>(button)->click();
-        EXPECT_EQ(tab.available->topLevelItemCount(), 0);
-        EXPECT_EQ(tab.selected->topLevelItemCount(), 0);
-    }
-    EXPECT_EQ(tab.description(), initialDescription);
-}
-
 TEST(MeasurementPage, TitleListsAndDescriptionFollowTheSignalAndClicks) {
     MeasurementTab tab({"DQ_Ch0_U2_DQ2", "DQ_Ch0_U2_DQ10", "CK_Ch0_U2_CK0"});
     tab.opened.dialog()->window()->show();
@@ -200,54 +188,6 @@ TEST(MeasurementPage, SkewOnATypeReachesEveryChannelNodeAndMemberWithItsDefaultR
     references["DQ_Ch1_U2_DQ17"][1] = {};
     EXPECT_EQ(storedReferenceMap(tab.opened.stored("SelectedMeasurementsRefSignalListMap")),
               references);
-}
-
-TEST(MeasurementPage, AChannelKeyIsSharedByTheSameChannelUnderEveryType) {
-    MeasurementTab tab(busSignalKeys());
-    tab.add({"CK", "Ch1"}, "Eye");
-    EXPECT_EQ(tab.chosenFor({"DQ", "Ch1"}), QStringList{"Eye"});
-    // The members below the DQ channel were not touched.
-    EXPECT_TRUE(tab.chosenFor({"DQ", "Ch1", "U1"}).isEmpty());
-    EXPECT_TRUE(tab.chosenFor({"DQ", "Ch1", "U1", "DQ2"}).isEmpty());
-
-    tab.remove({"DQ", "Ch1"}, "Eye");
-    EXPECT_TRUE(tab.chosenFor({"CK", "Ch1"}).isEmpty());
-    EXPECT_EQ(tab.chosenFor({"CK", "Ch1", "U2"}), QStringList{"Eye"});
-    EXPECT_EQ(tab.chosenFor({"CK", "Ch1", "U2", "CK0"}), QStringList{"Eye"});
-
-    tab.apply();
-    const QHash<QString, QSet<int>> groups{{"Ch1", {}}, {"CK_Ch1_U1", {3}}, {"CK_Ch1_U2", {3}}};
-    EXPECT_EQ(storedIdMap(tab.opened.stored("SelectedGroupMeasurementsListMap")), groups);
-    const auto members = storedIdMap(tab.opened.stored("SelectedMeasurementsListMap"));
-    EXPECT_EQ(members.value("CK_Ch1_U1_CK0"), QSet<int>{3});
-    EXPECT_TRUE(members.contains("CK_Ch0_U1_CK0"));
-    EXPECT_EQ(members.value("CK_Ch0_U1_CK0"), QSet<int>{});
-    EXPECT_EQ(members.value("DQ_Ch1_U1_DQ2"), QSet<int>{});
-}
-
-TEST(MeasurementPage, ALeafChangesItsOwnListAndNotItsGroups) {
-    MeasurementTab tab({"DQ_Ch0_U2_DQ2", "DQ_Ch0_U2_DQ10", "DQ_Ch0_U2_DQ17"});
-    const QStringList node{"DQ", "Ch0", "U2"};
-    tab.add(node, "Eye");
-    tab.add(node, "Skew");
-    tab.remove(node + QStringList{"DQ2"}, "Eye");
-    tab.add(node + QStringList{"DQ2"}, "Waveform");
-    tab.remove(node + QStringList{"DQ10"}, "Skew");
-    EXPECT_EQ(tab.chosenFor(node + QStringList{"DQ2"}), (QStringList{"Skew", "Waveform"}));
-    EXPECT_EQ(tab.chosenFor(node), (QStringList{"Eye", "Skew"}));
-    EXPECT_EQ(tab.chosenFor({"DQ"}), QStringList{});
-
-    tab.apply();
-    const QHash<QString, QSet<int>> members{
-        {"DQ_Ch0_U2_DQ2", {1, 4}}, {"DQ_Ch0_U2_DQ10", {3}}, {"DQ_Ch0_U2_DQ17", {1, 3}}};
-    EXPECT_EQ(storedIdMap(tab.opened.stored("SelectedMeasurementsListMap")), members);
-    const QHash<QString, QSet<int>> groups{{"DQ_Ch0_U2", {1, 3}}};
-    EXPECT_EQ(storedIdMap(tab.opened.stored("SelectedGroupMeasurementsListMap")), groups);
-    // The measurement taken from DQ10 took its reference with it.
-    const auto references =
-        storedReferenceMap(tab.opened.stored("SelectedMeasurementsRefSignalListMap"));
-    EXPECT_FALSE(references.contains("DQ_Ch0_U2_DQ10"));
-    EXPECT_EQ(references.value("DQ_Ch0_U2_DQ2").value(1), QSet<QString>{"DQS_Ch0_U2_DQS0"});
 }
 
 TEST(MeasurementPage, ASignalAddedLaterUnderATypeWithAnEntryTakesTheTypesList) {

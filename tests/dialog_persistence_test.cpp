@@ -198,18 +198,6 @@ TEST(DialogPersistence, EveryKeyIsNormalisedByOpeningAndSurvivesApplyAndReopenin
     EXPECT_EQ(opened.find<QComboBox>("speedGradeBox")->currentText(), "2666");
 }
 
-TEST(DialogPersistence, CancelAfterOpeningWritesNothing) {
-    OpenDialog opened(storedSetupDesign());
-    ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-    const QMap<QString, QString> afterOpening = storedValues(opened);
-    const int commits = opened.host().host.commits;
-    opened.find<QLineEdit>("vddBox")->setText("2.5");
-    opened.find<QComboBox>("dramTypeBox")->setCurrentIndex(1);
-    opened.find<QPushButton>("cancelButton")->click();
-    EXPECT_EQ(storedValues(opened), afterOpening);
-    EXPECT_EQ(opened.host().host.commits, commits);
-}
-
 TEST(DialogPersistence, AnEmptiedVoltageKeepsItsUnitOrBreaksTheNextOpening) {
     OpenDialog opened(lanetap_test::designText({probeInstance("X1")}));
     ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
@@ -269,58 +257,6 @@ TEST(DialogPersistence, ThePageShowingDecidesWhichHalfApplyWrites) {
     opened.find<QPushButton>("applyButton")->click();
     EXPECT_EQ(opened.stored("vdd"), "1.4 V");
     EXPECT_EQ(opened.stored("StackWidgetPageNumber"), "2");
-}
-
-TEST(DialogPersistence, WriteLevelingReferencesOfTheDesignAreKept) {
-    OpenDialog opened(lanetap_test::designText(
-        {memoryU2(),
-         probeInstance("X1", parameterObject({{"WritelevelingSelectedSignalList", kDqs0 + ","},
-                                              {"WriteLevelingSelectedRefSignalListMap",
-                                               kDqs0 + " " + kDq0 + " " + kCk0 + " ,"}}))}));
-    ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-    opened.find<QStackedWidget>("stackedWidget")->setCurrentIndex(1);
-    opened.find<QPushButton>("applyButton")->click();
-    EXPECT_EQ(sortedRecords(opened.stored("WriteLevelingSelectedRefSignalListMap"), 1),
-              sortedRecords(kDqs0 + " " + kDq0 + " " + kCk0 + " ,", 1));
-}
-
-TEST(DialogPersistence, GroupComplianceKeepsOnlyWhatTheShownSettingsOffer) {
-    // Read cycle with continuous strobes: 30101 needs a bursting strobe and goes, while 11311 and
-    // 103000 are offered. The type of a group key is the text before its first "_".
-    OpenDialog opened(lanetap_test::designText(
-        {memoryU2(),
-         probeInstance("X1", parameterObject({{"dqsSignalMode", "0"},
-                                              {"modeOfOperation", "0"},
-                                              {"EnableComplianceMeasurements", "1"},
-                                              {"SelectedGroupComplianceListMap",
-                                               "DQ 103000 30101 11311 ,DQ_Ch0_U2 103000 ,"}}))}));
-    ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-    EXPECT_EQ(sortedRecords(opened.stored("SelectedGroupComplianceListMap"), 1),
-              sortedRecords("DQ 103000 11311 ,DQ_Ch0_U2 103000 ,", 1));
-
-    // The write cycle no longer offers the read-only 11311.
-    opened.store("modeOfOperation", "1");
-    ASSERT_NE(opened.show("X1"), nullptr) << opened.lastCall().error;
-    EXPECT_EQ(sortedRecords(opened.stored("SelectedGroupComplianceListMap"), 1),
-              sortedRecords("DQ 103000 ,DQ_Ch0_U2 103000 ,", 1));
-}
-
-TEST(DialogPersistence, AnEmptySelectionStoresEmptyTexts) {
-    OpenDialog opened(lanetap_test::designText({memoryU2(), probeInstance("X1")}));
-    ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-    for (const char* key :
-         {"SelectedSignalList", "SelectedMeasurementsListMap", "SelectedGroupMeasurementsListMap",
-          "SelectedMeasurementsRefSignalListMap", "SelectedComplianceListMap",
-          "SelectedGroupComplianceListMap"}) {
-        EXPECT_EQ(opened.stored(key), "") << key;
-    }
-    // A selected signal without any choice is listed in the id maps, but not in the reference
-    // map.
-    opened.store("SelectedSignalList", kDq0 + ",");
-    ASSERT_NE(opened.show("X1"), nullptr) << opened.lastCall().error;
-    EXPECT_EQ(opened.stored("SelectedMeasurementsListMap"), kDq0 + " ,");
-    EXPECT_EQ(opened.stored("SelectedComplianceListMap"), kDq0 + " ,");
-    EXPECT_EQ(opened.stored("SelectedMeasurementsRefSignalListMap"), "");
 }
 
 namespace {

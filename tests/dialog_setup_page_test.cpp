@@ -145,55 +145,6 @@ TEST(DialogSetupPage, TheDramTypeSetsTheFiveSuppliesOnly) {
     EXPECT_EQ(unit(opened, "vtt"), "V");
 }
 
-TEST(DialogSetupPage, StoredSuppliesWinOverTheStoredDramTypesDefaults) {
-    OpenDialog opened(lanetap_test::designText(
-        {probeInstance("X1", R"("dramType":"1","vdd":"1.25 V","vtt":"0.5 V")")}));
-    ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-    EXPECT_EQ(opened.find<QComboBox>("dramTypeBox")->currentText(), "LPDDR4");
-    EXPECT_EQ(field(opened, "vdd"), "1.25");
-    EXPECT_EQ(field(opened, "vtt"), "0.5");
-    EXPECT_EQ(opened.stored("vdd"), "1.25 V");
-}
-
-TEST(DialogSetupPage, TheInternalVrefSwitchesEnableGroupOrVref) {
-    // The opening applies the rule also where the check box does not change.
-    OpenDialog opened(lanetap_test::designText(
-        {probeInstance("X1", R"("UseInternalVrefDQ":"0","UseInternalVrefCA":"1")")}));
-    ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-    auto* dqSwitch = opened.find<QCheckBox>("internalVrefDQCheckBox");
-    auto* caSwitch = opened.find<QCheckBox>("internalVrefCACheckBox");
-    auto expectDq = [&](bool internal) {
-        EXPECT_EQ(opened.find<QComboBox>("groupDQSignalBox")->isEnabled(), internal);
-        EXPECT_EQ(opened.find<QLineEdit>("vref_dqBox")->isEnabled(), !internal);
-        EXPECT_EQ(opened.find<QComboBox>("vref_dqVBox")->isEnabled(), !internal);
-    };
-    auto expectCa = [&](bool internal) {
-        EXPECT_EQ(opened.find<QComboBox>("groupCASignalBox")->isEnabled(), internal);
-        EXPECT_EQ(opened.find<QLineEdit>("vref_caBox")->isEnabled(), !internal);
-        EXPECT_EQ(opened.find<QComboBox>("vref_caVBox")->isEnabled(), !internal);
-    };
-    EXPECT_FALSE(dqSwitch->isChecked());
-    expectDq(false);
-    expectCa(true);
-
-    dqSwitch->setChecked(true);
-    caSwitch->setChecked(false);
-    expectDq(true);
-    expectCa(false);
-    dqSwitch->setCheckState(Qt::PartiallyChecked);
-    expectDq(true);
-}
-
-TEST(DialogSetupPage, TheThresholdGroupIsTitledAfterTheCurrentRow) {
-    OpenDialog opened(lanetap_test::designText({probeInstance("X1")}));
-    ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-    auto* group = opened.find<QGroupBox>("signalThresholdGroup");
-    EXPECT_EQ(group->title(), "Test Environment Setup Setting");
-    opened.find<QListWidget>("thresholdListWidget")->setCurrentRow(4);
-    EXPECT_EQ(group->title(), "Single Ended Input (DQS) Setting");
-    EXPECT_EQ(opened.find<QStackedWidget>("thresholdStackedWidget")->currentIndex(), 4);
-}
-
 TEST(DialogSetupPage, ANoBurstControllerLeavesOnlyTheDramTypeToTheUser) {
     OpenDialog opened(lanetap_test::designText(
         {controller("No BURST", "read", "transient"), probeAgainst("1", "1")}));
@@ -248,15 +199,4 @@ TEST(DialogSetupPage, ABurstingControllerDecidesTheDramTypeAndADdrSimulationHasN
     EXPECT_EQ(dramType->currentText(), "LPDDR4");
     EXPECT_FALSE(onComplianceTab(opened, compliance));
     EXPECT_EQ(opened.stored("modeOfOperation"), "1");
-}
-
-TEST(DialogSetupPage, ABurstingDdr4ControllerReadsTheStoredSuppliesOfAStoredDdr4) {
-    OpenDialog opened(lanetap_test::designText(
-        {controller("DDR4 BURST", "read", "transient"), probeAgainst("0", "0")}));
-    ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-    EXPECT_FALSE(opened.find<QComboBox>("dramTypeBox")->isEnabled());
-    EXPECT_EQ(opened.find<QComboBox>("dramTypeBox")->currentText(), "DDR4");
-    EXPECT_EQ(opened.find<QComboBox>("dqsSignalModeBox")->currentText(), "Burst");
-    EXPECT_EQ(field(opened, "vdd"), "1.0");
-    EXPECT_TRUE(onComplianceTab(opened, opened.find<QCheckBox>("enableComplianceCheckBox")));
 }

@@ -141,35 +141,3 @@ TEST(SignalTrees, MovingNodesChannelsAndTypesMergesAndPrunesEmptiedBranches) {
     opened.find<QPushButton>("applyButton")->click();
     EXPECT_EQ(lanetap_test::storedList(opened.stored("SelectedSignalList")), clocksOnCh1);
 }
-
-TEST(SignalTrees, AnEmptyDesignGivesTwoEmptyTreesAndIdleButtons) {
-    OpenDialog opened(lanetap_test::designText(
-        {lanetap_test::probeInstance("X1", R"("TabWidgetTabNumber":"4")")}));
-    SignalTab tab(opened);
-    for (auto* button : {opened.find<QPushButton>("addSignalButton"),
-                         opened.find<QPushButton>("removeSignalButton")}) {
-        button->click();
-        EXPECT_EQ(tab.available->topLevelItemCount(), 0);
-        EXPECT_EQ(tab.selected->topLevelItemCount(), 0);
-        EXPECT_EQ(tab.available->currentItem(), nullptr);
-    }
-    EXPECT_TRUE(tab.selectedKeys().isEmpty());
-}
-
-TEST(SignalTrees, AStoredSelectionLosesKeysThatTheDesignNoLongerHas) {
-    OpenDialog opened(
-        busDesign(R"("TabWidgetTabNumber":"4",)"
-                  R"("SelectedSignalList":"DQ_Ch0_U2_DQ2,DQ_Ch7_U9_DQ3,CK_Ch1_U1_CK0,")"));
-    SignalTab tab(opened);
-    const QSet<QString> kept{"DQ_Ch0_U2_DQ2", "CK_Ch1_U1_CK0"};
-    EXPECT_EQ(leafKeys(tab.selected), kept);
-    EXPECT_TRUE((leafKeys(tab.available) & kept).isEmpty());
-    // Opening wrote the selection back without the stale key.
-    EXPECT_EQ(lanetap_test::storedList(opened.stored("SelectedSignalList")), kept);
-
-    opened.store("SelectedSignalList", "DQS_Ch1_U2_DQS1,DQ_Ch1_U3_DQ2,");
-    ASSERT_NE(opened.show("X1"), nullptr);
-    EXPECT_EQ(leafKeys(tab.selected), QSet<QString>{"DQS_Ch1_U2_DQS1"});
-    EXPECT_EQ(leafKeys(tab.available).size(), lanetap_test::busSignalKeys().size() - 1);
-    EXPECT_EQ(opened.stored("SelectedSignalList"), "DQS_Ch1_U2_DQS1,");
-}

@@ -108,33 +108,3 @@ TEST(DialogWizard, TheStoredTabDecidesWhereTheDialogOpens) {
         EXPECT_EQ(opened.stored("TabWidgetTabNumber"), "9");
     }
 }
-
-TEST(DialogWizard, NextOnTheFirstPageRestartsTheRouteAndKeepsItsTabs) {
-    OpenDialog opened(probeAtTab("3"));
-    ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-    auto* pages = opened.find<QStackedWidget>("stackedWidget");
-    pages->setCurrentIndex(0);
-    EXPECT_TRUE(opened.find<QPushButton>("backButton")->isHidden());
-    EXPECT_TRUE(opened.find<QPushButton>("applyButton")->isHidden());
-    click(opened, "nextButton");
-    EXPECT_EQ(pages->currentIndex(), 2);
-    EXPECT_FALSE(opened.find<QPushButton>("applyButton")->isHidden());
-    EXPECT_EQ(opened.find<QTabWidget>("measurementTabs")->currentIndex(), 3);
-    EXPECT_EQ(enabledTabs(opened), "11110");
-    click(opened, "applyButton");
-    EXPECT_EQ(opened.stored("TabWidgetTabNumber"), "0");
-}
-
-TEST(DialogWizard, AWriteLevelingProbeStillOpensOnTheMeasurementRoute) {
-    OpenDialog opened(probeAtTab("1", R"(,"EnableWriteLeveling":"1","StackWidgetPageNumber":"1",
-                 "WritelevelingSelectedSignalList":"NOT_A_SIGNAL,")"));
-    ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-    EXPECT_EQ(opened.find<QStackedWidget>("stackedWidget")->currentIndex(), 2);
-    EXPECT_TRUE(opened.find<QCheckBox>("writeLevelingCheckBox")->isChecked());
-    opened.find<QLineEdit>("vddBox")->setText("1.3");
-    click(opened, "applyButton");
-    EXPECT_EQ(opened.stored("EnableWriteLeveling"), "1");
-    EXPECT_EQ(opened.stored("StackWidgetPageNumber"), "2");
-    EXPECT_EQ(opened.stored("vdd"), "1.3 V");
-    EXPECT_EQ(opened.stored("WritelevelingSelectedSignalList"), "NOT_A_SIGNAL,");
-}

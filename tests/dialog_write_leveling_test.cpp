@@ -77,46 +77,6 @@ const QSet<QString> clocks{"CK_Ch0_U1_CK0", "CK_Ch1_U1_CK0", "CK_Ch0_U2_CK0", "C
 
 }  // namespace
 
-TEST(WriteLevelingReferences, TheDefaultReferenceComesBackOnceTheListIsEmpty) {
-    OpenDialog opened(
-        busDesign(R"("WritelevelingSelectedSignalList":"DQ_Ch0_U2_DQ10,DQ_Ch0_U2_DQ17,")"));
-    WriteLevelingRoute route(opened);
-    route.enter();
-    route.nextTab();
-    // The tab opens on the signal type, a group: nothing to choose from yet.
-    ASSERT_NE(route.signals->currentItem(), nullptr);
-    EXPECT_EQ(route.signals->currentItem()->text(0), "DQ");
-    EXPECT_EQ(route.title(), "Select Signal ID from Selected Signal Tree");
-    EXPECT_EQ(route.available->topLevelItemCount(), 0);
-    EXPECT_EQ(route.selected->topLevelItemCount(), 0);
-
-    route.chooseSignal(dq10);
-    EXPECT_EQ(route.title(), "Select Reference Signal for Selected Signal: DQ_Ch0_U2_DQ10");
-    EXPECT_EQ(leafKeys(route.selected), QSet<QString>{"DQS_Ch0_U2_DQS1"});
-    EXPECT_FALSE(leafKeys(route.available).contains("DQS_Ch0_U2_DQS1"));
-    EXPECT_TRUE(leafKeys(route.available).contains("DQ_Ch0_U2_DQ10"));
-
-    route.move(route.selected, dqs1, "wlRemoveRefSignalButton");
-    EXPECT_TRUE(leafKeys(route.selected).isEmpty());
-    EXPECT_TRUE(leafKeys(route.available).contains("DQS_Ch0_U2_DQS1"));
-    EXPECT_TRUE(route.applyAndReadReferences().value("DQ_Ch0_U2_DQ10").isEmpty());
-
-    // DQ17 has no strobe of its own and so nothing to start with.
-    route.chooseSignal(dq17);
-    EXPECT_EQ(route.title(), "Select Reference Signal for Selected Signal: DQ_Ch0_U2_DQ17");
-    EXPECT_TRUE(leafKeys(route.selected).isEmpty());
-
-    route.chooseSignal(dq10);
-    EXPECT_EQ(leafKeys(route.selected), QSet<QString>{"DQS_Ch0_U2_DQS1"});
-    route.move(route.available, {"CK"}, "wlAddRefSignalButton");
-    EXPECT_EQ(leafKeys(route.selected), clocks + QSet<QString>{"DQS_Ch0_U2_DQS1"});
-
-    const auto stored = route.applyAndReadReferences();
-    EXPECT_EQ(stored.value("DQ_Ch0_U2_DQ10"), clocks + QSet<QString>{"DQS_Ch0_U2_DQS1"});
-    ASSERT_TRUE(stored.contains("DQ_Ch0_U2_DQ17"));
-    EXPECT_TRUE(stored.value("DQ_Ch0_U2_DQ17").isEmpty());
-}
-
 TEST(WriteLevelingRoutes, ApplyWritesTheSelectionOfTheShowingRouteOnly) {
     const QString staleList = "DQ_Ch0_U1_DQ2,Gone_Ch0_U9_X1,";
     const QString staleMap = "DQ_Ch0_U1_DQ2 Gone_Ch0_U9_X1 ,";
@@ -201,55 +161,4 @@ TEST(WriteLevelingRoutes, ASignalOnBothRoutesKeepsTwoReferenceLists) {
 
 namespace {
 
-QString pinTerminal(const QString& pin) {
-    return QString(R"({"name":"%1","net":"net_%1"})").arg(pin);
-}
-
-QString pinPort(const QString& pin, const QString& family, int index) {
-    return QString(R"({"port":"%1","pin":"%1","refDes":"U1","channel":0,"signal":"%2","index":%3})")
-        .arg(pin, family)
-        .arg(index);
-}
-
-// One memory with a data, a mask, an address and a chip-select signal, two strobes and two
-// clocks, all four signals chosen for write leveling.
-QByteArray mixedTypeDesign() {
-    const QList<std::tuple<QString, QString, int>> pins{
-        {"DQ0", "DQ", 0},       {"DM_n0", "DM_n", 0},   {"A0", "A", 0},       {"CS_n0", "CS_n", 0},
-        {"DQS_t0", "DQS_t", 0}, {"DQS_t1", "DQS_t", 1}, {"CK_t0", "CK_t", 0}, {"CK_t1", "CK_t", 1}};
-    QStringList terminals;
-    QStringList ports;
-    for (const auto& [pin, family, index] : pins) {
-        terminals << pinTerminal(pin);
-        ports << pinPort(pin, family, index);
-    }
-    const QString memory =
-        QString(R"({"name":"M1","cell":"DDR_Memory","parameters":{"RefDesName":"U1"},)"
-                R"("terminals":[%1],"ddrPorts":[%2]})")
-            .arg(terminals.join(","), ports.join(","));
-    return lanetap_test::designText(
-        {memory, lanetap_test::probeInstance(
-                     "X1", R"("WritelevelingSelectedSignalList":)"
-                           R"("DQ_Ch0_U1_DQ0,DM_Ch0_U1_DM0,A_Ch0_U1_A0,CS_Ch0_U1_CS0,")")});
-}
-
 }  // namespace
-
-TEST(WriteLevelingReferences, OnlyTypesFoundByWhatTheyContainExcludeCandidates) {
-    OpenDialog opened(mixedTypeDesign());
-    WriteLevelingRoute route(opened);
-    route.enter();
-    route.nextTab();
-    const QStringList everything{"A", "CK", "CS", "DM", "DQ", "DQS"};
-
-    // The numbered type DQ0 is not "DQ", and A0 is not "A": nothing is held back from them.
-    route.chooseSignal({"DQ", "Ch0", "U1", "DQ0"});
-    EXPECT_EQ(childTexts(route.available), everything);
-    route.chooseSignal({"A", "Ch0", "U1", "A0"});
-    EXPECT_EQ(childTexts(route.available), everything);
-    // DM0 still contains "DM" and CS0 "CS".
-    route.chooseSignal({"DM", "Ch0", "U1", "DM0"});
-    EXPECT_EQ(childTexts(route.available), (QStringList{"CK", "DM", "DQ", "DQS"}));
-    route.chooseSignal({"CS", "Ch0", "U1", "CS0"});
-    EXPECT_EQ(childTexts(route.available), (QStringList{"A", "CK", "CS", "DM"}));
-}

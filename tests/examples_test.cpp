@@ -88,28 +88,6 @@ TEST(Examples, EveryFileIsDescribedListedAndNamesOnlySignalsOfItsDesign) {
     }
 }
 
-TEST(Examples, WorkedExampleStoresApplicableWriteTestsAndEndsWithItsComplianceMap) {
-    // DDR4 write cycle with a continuous strobe (the controller has no burst).
-    const QStringList record =
-        probeParameters(examplePath("ddr4_x8_write.json"))["SelectedGroupComplianceListMap"]
-            .toString()
-            .split(' ', Qt::SkipEmptyParts);
-    ASSERT_GE(record.size(), 3);
-    EXPECT_EQ(record.front(), "DQ");
-    EXPECT_EQ(record.back(), ",");
-    for (const QString& id : record.mid(1, record.size() - 2)) {
-        const LaneTapUI::ComplianceMeasurement row =
-            LaneTapUI::dqComplianceTable().value(id.toInt());
-        EXPECT_EQ(row.dramType, "DDR4") << id.toStdString();
-        EXPECT_NE(row.operationMode, 0) << id.toStdString();
-        EXPECT_TRUE(row.continuousAllowed) << id.toStdString();
-    }
-    const Block block = netlistOf("ddr4_x8_write.json");
-    EXPECT_TRUE(block.warnings.isEmpty()) << block.warnings.toStdString();
-    EXPECT_TRUE(block.text.endsWith(QString("ComplianceMeasMap[1] = list(\"DQ\", \"%1\") \n\n")
-                                        .arg(record.mid(1, record.size() - 2).join("\", \""))));
-}
-
 TEST(Examples, EachBlockShowsWhatItsExampleIsAbout) {
     const Block x4 = netlistOf("ddr4_x4_dqs_numbering.json");
     EXPECT_TRUE(x4.warnings.isEmpty()) << x4.warnings.toStdString();

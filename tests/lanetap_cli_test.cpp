@@ -56,37 +56,6 @@ void expectOneErrorLine(const ProgramRun& run) {
     EXPECT_TRUE(run.err.endsWith('\n')) << run.err.toStdString();
 }
 
-TEST(LanetapProgram, SetThenGetRoundTrips) {
-    Workspace workspace;
-    const QString path = workspace.write("design.json", richDesign);
-    const ProgramRun set = runProgram({"set", path, "--probe", "X1", "vdd=1.35 V",
-                                       "SelectedSignalList=DQ_Ch0_U1_DQ0,DQS_Ch0_U1_DQS0,",
-                                       "Equation=a=b", "Empty=", "Unit=50 µV"});
-    ASSERT_EQ(set.exitCode, 0) << set.err.toStdString();
-    EXPECT_TRUE(set.out.isEmpty());
-    EXPECT_TRUE(set.err.isEmpty()) << set.err.toStdString();
-
-    const ProgramRun get = runProgram({"get", path, "--probe", "X1", "vdd", "SelectedSignalList",
-                                       "Equation", "Empty", "Unit", "vtt"});
-    ASSERT_EQ(get.exitCode, 0) << get.err.toStdString();
-    const std::string vttDefault = standin::probeItemDefinition().at("vtt");
-    EXPECT_EQ(get.out.toStdString(),
-              "vdd=1.35 V\n"
-              "SelectedSignalList=DQ_Ch0_U1_DQ0,DQS_Ch0_U1_DQS0,\n"
-              "Equation=a=b\n"
-              "Empty=\n"
-              "Unit=50 µV\n"
-              "vtt=" +
-                  vttDefault + "\n");
-
-    // Without keys, an instance that is not a probe lists exactly its own parameters.
-    const ProgramRun all = runProgram({"get", path, "--probe", "U3"});
-    ASSERT_EQ(all.exitCode, 0) << all.err.toStdString();
-    EXPECT_EQ(all.out.toStdString(), "Note=two  blanks\n");
-
-    EXPECT_EQ(workspace.files(), QStringList{"design.json"});
-}
-
 TEST(LanetapProgram, SavingKeepsEverythingButTheChangedParameter) {
     Workspace workspace;
     const QString path = workspace.write("design.json", richDesign);
@@ -122,25 +91,6 @@ TEST(LanetapProgram, FailedSaveLeavesTheFileAsItWas) {
     expectOneErrorLine(run);
     EXPECT_TRUE(run.err.startsWith(("lanetap: error: " + path + ": cannot write").toUtf8()))
         << run.err.toStdString();
-    EXPECT_EQ(lanetap_test::readBytes(path), before);
-    EXPECT_EQ(workspace.files(), QStringList{"design.json"});
-}
-
-TEST(LanetapProgram, SaveIntoReadOnlyFolderFails) {
-    Workspace workspace;
-    const QString path = workspace.write("design.json", richDesign);
-    const QString folder = QFileInfo(path).absolutePath();
-    ASSERT_TRUE(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
-    const bool folderIsReadOnly = ::access(folder.toLocal8Bit().constData(), W_OK) != 0;
-    if (!folderIsReadOnly) {
-        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        GTEST_SKIP() << "this user may write into read-only folders";
-    }
-    const QByteArray before = lanetap_test::readBytes(path);
-    const ProgramRun run = runProgram({"set", path, "--probe", "X1", "vdd=1.1 V"});
-    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    EXPECT_EQ(run.exitCode, 2);
-    expectOneErrorLine(run);
     EXPECT_EQ(lanetap_test::readBytes(path), before);
     EXPECT_EQ(workspace.files(), QStringList{"design.json"});
 }
@@ -221,29 +171,6 @@ TEST(LanetapProgram, ExitCodes) {
     const ProgramRun fromEnvironment = runProgram({"netlist", path, "--probe", "X1"}, environment);
     EXPECT_EQ(fromEnvironment.exitCode, 4);
     expectOneErrorLine(fromEnvironment);
-}
-
-TEST(LanetapProgram, NetlistPrintsTheBlockAndItsWarnings) {
-    Workspace workspace;
-    const QString path = workspace.write("design.json", richDesign);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove("LANETAP_PLUGIN");
-    for (const QStringList& plugin :
-         {QStringList{}, {"--plugin", lanetap_test::builtPluginPath()}}) {
-        SCOPED_TRACE(plugin.join(' ').toStdString());
-        const ProgramRun run =
-            runProgram(QStringList{"netlist", path, "--probe", "X1"} + plugin, environment);
-        ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
-        EXPECT_TRUE(run.out.startsWith("\n;Lane_Tap\n#load \"python\",\"TDM_LaneTap\"\n"))
-            << run.out.toStdString();
-        EXPECT_TRUE(run.out.contains("ComponentWithNodes:X1 ")) << run.out.toStdString();
-        EXPECT_TRUE(run.out.endsWith(" \n\n")) << run.out.toStdString();
-        // Every warning is one line of its own.
-        for (const QByteArray& line : run.err.split('\n')) {
-            EXPECT_TRUE(line.isEmpty() || line.startsWith("warning: ")) << line.toStdString();
-        }
-        EXPECT_TRUE(run.err.endsWith('\n'));
-    }
 }
 
 }  // namespace

@@ -226,28 +226,6 @@ TEST_F(Netlist, PinDieAndBoardNodes) {
     EXPECT_THAT(warnings, IsEmpty());
 }
 
-TEST_F(Netlist, ReceiverOutputOfAPairIsOneNode) {
-    const NetlistBlock block = netlist({
-        // A DDR simulation in a write cycle looks at the memory's receiver outputs.
-        controller("C1", setup("write", "DDR")),
-        memory("M2", "U2", "DQ 3 n_dq3, DQS_t 0 n_p, DQS_c 0 n_n"),
-        // The open true pin comes first: only the complement's slot holds a net.
-        memory("M3", "U3", "DQS_t 0 -, DQS_c 0 n3_n"),
-        probe("SelectedSignalList=DQ_Ch0_U2_Rx.Output_DQ3,DQS_Ch0_U2_Rx.Output_DQS0,"
-              "DQS_Ch0_U3_Rx.Output_DQS0,DQS_Ch0_U3_DQS0,"),
-    });
-    EXPECT_THAT(block.nodes(),
-                UnorderedElementsAreArray(rows({
-                    "n_dq3_DQRxOut DQ_Ch0_U2_Rx.Output_DQ3 3 DQ U2 Ch0 Rx.Output s",
-                    "n_p_DQRxOut DQS_Ch0_U2_Rx.Output_DQS0 0 DQS U2 Ch0 Rx.Output s",
-                    "n3_n_DQRxOut DQS_Ch0_U3_Rx.Output_DQS0 0 DQS U3 Ch0 Rx.Output s",
-                    "n3_n DQS_Ch0_U3_DQS0 0 DQS U3 Ch0 - n",
-                })));
-    // The pin pair misses its positive node and says so; the receiver output is complete.
-    EXPECT_THAT(warnings, ElementsAre("'p' node of differential signal 'DQS_Ch0_U3_DQS0', "
-                                      "connected for instances 'M3', is absent.\n"));
-}
-
 TEST_F(Netlist, PairsMergeInEitherOrderAndHalfPairsAreReported) {
     const NetlistBlock block = netlist({
         memory("M2", "U2", "DQS_t 0 a_p, DQS_c 0 a_n"),
@@ -279,52 +257,6 @@ TEST_F(Netlist, PairsMergeInEitherOrderAndHalfPairsAreReported) {
                     "'M5', is absent.\n",
                     "'p' node of differential signal 'CK_Ch0_U6_CK0', connected for instances "
                     "'M6', is absent.\n"));
-}
-
-TEST_F(Netlist, SignalOnTwoInstancesIsWrittenThroughOne) {
-    const NetlistBlock block = netlist({
-        memory("M8", "U8", "DQ 0 g0"),
-        memory("M9", "U8", "DQ 0 g1"),
-        memory("M10", "U9", "DQS_c 0 -, DQS_t 0 h0"),
-        memory("M11", "U9", "DQS_c 0 -, DQS_t 0 h1"),
-        probe("SelectedSignalList=DQ_Ch0_U8_DQ0,DQS_Ch0_U9_DQS0,"),
-    });
-    ASSERT_EQ(block.nodeData.size(), 2);
-    const Rows viaFirst =
-        rows({"g0 DQ_Ch0_U8_DQ0 0 DQ U8 Ch0 - s", "g1 DQ_Ch0_U8_DQ0 0 DQ U8 Ch0 - s",
-              "h0 DQS_Ch0_U9_DQS0 0 DQS U9 Ch0 - p", "h1 DQS_Ch0_U9_DQS0 0 DQS U9 Ch0 - p"});
-    EXPECT_THAT(block.nodes(), UnorderedElementsAre(testing::AnyOf(viaFirst[0], viaFirst[1]),
-                                                    testing::AnyOf(viaFirst[2], viaFirst[3])));
-    // One warning for the record, naming both instances in the order of a hash.
-    const QString absent =
-        "'n' node of differential signal 'DQS_Ch0_U9_DQS0', connected for "
-        "instances '%1', is absent.\n";
-    EXPECT_THAT(warnings, testing::AnyOf(ElementsAre(absent.arg("M10, M11").toStdString()),
-                                         ElementsAre(absent.arg("M11, M10").toStdString())));
-}
-
-TEST_F(Netlist, NothingSelectedStillGivesTheBlock) {
-    const NetlistBlock block = netlist({
-        // Power and unknown families never become signals.
-        memory("M2", "U2", "VDD 0 vdd, VSS 0 gnd, VPP 0 vpp, 25 0 x"),
-        memory("M3", "U3", "DQ 0 q0"),
-        // Keys of signals not in the design are ignored without a word, and measurements select
-        // no signal.
-        probe("SelectedSignalList=VDD_Ch0_U2_VDD0,VSS_Ch0_U2_VSS0,VPP_Ch0_U2_VPP0,"
-              "UNKNOWN_Ch0_U2_UNKNOWN0,DQ_Ch0_U7_DQ0,|"
-              "SelectedMeasurementsListMap=DQ_Ch0_U7_DQ0 3 ,DQ_Ch0_U3_DQ0 3 ,|"
-              "SelectedMeasurementsRefSignalListMap=DQ_Ch0_U3_DQ0 1 DQS_Ch0_U7_DQS0 ,"),
-    });
-    EXPECT_THAT(block.nets, IsEmpty());
-    EXPECT_THAT(block.nodeData, IsEmpty());
-    EXPECT_THAT(block.nodeMeasMap, IsEmpty());
-    EXPECT_TRUE(
-        text.startsWith("\n;Lane_Tap\n#load \"python\",\"TDM_LaneTap\"\n"
-                        "ComponentWithNodes:X1 Type=\"ModelExtractor\" Module=\"LaneTap\" "
-                        "\\\n Settings_ReadWriteOperation="));
-    // The settings line is the last: it keeps its blank and ends the block.
-    EXPECT_TRUE(text.endsWith(" Settings_VOLdiff_ac=-0.3 \n\n"));
-    EXPECT_THAT(warnings, ElementsAre("No signals selected for 'X1' component.\n"));
 }
 
 TEST_F(Netlist, ComplianceNetlistsTheReceivingSide) {
@@ -361,40 +293,6 @@ TEST_F(Netlist, ComplianceNetlistsTheReceivingSide) {
     EXPECT_EQ(block.settings["EnableCompliance"], "0");
     EXPECT_THAT(block.nodeRefMap, IsEmpty());
     EXPECT_THAT(block.complianceMeasMap, IsEmpty());
-    EXPECT_THAT(warnings, IsEmpty());
-}
-
-TEST_F(Netlist, MeasurementsWithAndWithoutReferences) {
-    const NetlistBlock block = netlist({
-        memory("M2", "U2",
-               "DQ 0 a0, DQ 1 a1, DQ 2 a2, DQS_t 0 s_p, DQS_c 0 s_n, CK_t 0 k_p, CK_c 0 k_n"),
-        // Code 6 is no measurement, the clock is measured but not selected, DQ7 is not in the
-        // design, and Waveform needs no reference but has one.
-        probe("SelectedSignalList=DQ_Ch0_U2_DQ0,DQ_Ch0_U2_DQ1,DQ_Ch0_U2_DQ2,|"
-              "SelectedMeasurementsListMap=DQ_Ch0_U2_DQ0 3 1 0 ,DQ_Ch0_U2_DQ1 1 ,"
-              "DQ_Ch0_U2_DQ2 4 6 5 ,CK_Ch0_U2_CK0 3 ,|"
-              "SelectedMeasurementsRefSignalListMap=DQ_Ch0_U2_DQ0 1 DQS_Ch0_U2_DQS0 "
-              "DQ_Ch0_U2_DQ7 ,DQ_Ch0_U2_DQ0 0 DQS_Ch0_U2_DQS0 ,DQ_Ch0_U2_DQ2 4 DQ_Ch0_U2_DQ0 ,"),
-    });
-    // The strobe is watched as a reference without being selected.
-    EXPECT_THAT(keysOf(block), UnorderedElementsAre("DQ_Ch0_U2_DQ0", "DQ_Ch0_U2_DQ1",
-                                                    "DQ_Ch0_U2_DQ2", "DQS_Ch0_U2_DQS0"));
-    // DQ1 has only Skew and no reference for it: no line at all. Two measurements against one
-    // reference share a line, in the order of a hash.
-    Rows lines = block.nodeMeasMap;
-    for (QStringList& line : lines) {
-        if (line.mid(0, 2) == QStringList{"DQ_Ch0_U2_DQ0", "DQS_Ch0_U2_DQS0"} && line.size() == 4 &&
-            line[2] == "StrobedEye") {
-            line.swapItemsAt(2, 3);
-        }
-    }
-    EXPECT_THAT(lines, UnorderedElementsAreArray(rows({
-                           "DQ_Ch0_U2_DQ0 Unreferenced Eye",
-                           "DQ_Ch0_U2_DQ2 Unreferenced Waveform MaskMargin",
-                           "DQ_Ch0_U2_DQ2 DQ_Ch0_U2_DQ0 Waveform",
-                           "DQ_Ch0_U2_DQ0 DQS_Ch0_U2_DQS0 Skew StrobedEye",
-                       })));
-    EXPECT_THAT(block.nodeRefMap, IsEmpty());
     EXPECT_THAT(warnings, IsEmpty());
 }
 

@@ -134,35 +134,6 @@ TEST(ParamText, ListsAndMapsFollowTheirTokenRules) {
     }
 }
 
-TEST(ParamText, WritersRoundTripThroughReaders) {
-    TestDesign design({{"U1", "Plain", {{"old", "kept"}}}});
-    db::ParamIter params(design.instance("U1"));
-
-    writeParamString(params, "text", "Nibble");
-    writeParamStringList(params, "list", {"DQ0", "DQ1"});
-    writeParamStringList(params, "emptyList", {});
-    writeParamInt(params, "int", -5);
-    writeParamInt(params, "flag", true);
-    writeParamDouble(params, "double", 0.5);
-
-    EXPECT_EQ(readParamText(params, "text"), "Nibble");
-    EXPECT_EQ(readParamString(params, "list"), "DQ0,DQ1,");
-    EXPECT_EQ(readParamStringList(params, "list"), QStringList({"DQ0", "DQ1"}));
-    EXPECT_EQ(readParamString(params, "emptyList"), "");
-    EXPECT_TRUE(readParamStringList(params, "emptyList").isEmpty());
-    EXPECT_EQ(readParamInt(params, "int"), -5);
-    EXPECT_EQ(readParamString(params, "flag"), "1");
-    EXPECT_EQ(readParamString(params, "double"), "0.500000");
-    EXPECT_DOUBLE_EQ(readParamDouble(params, "double"), 0.5);
-
-    // An iterator that points at no parameters refuses every write; the writers absorb it.
-    db::ParamIter nowhere(nullptr, nullptr);
-    EXPECT_NO_THROW(writeParamString(nowhere, "text", "x"));
-    EXPECT_NO_THROW(writeParamDouble(nowhere, "double", 1.0));
-    EXPECT_EQ(readParamText(nowhere, "text"), "");
-    EXPECT_EQ(readParamText(params, "old"), "kept");
-}
-
 TEST(VoltageAmplitude, ParseSplitsAmplitudeFromAKnownUnit) {
     const struct {
         const char* text;
@@ -192,21 +163,6 @@ TEST(VoltageAmplitude, ParseSplitsAmplitudeFromAKnownUnit) {
             EXPECT_STREQ(error.what(), "setVoltageAmplitudeAndUnits LaneTapVoltage failed");
         }
     }
-}
-
-TEST(VoltageAmplitude, UnitCodesMapToTextsAndBack) {
-    VoltageAmplitude voltage;
-    voltage.setUnitCode(UnitMilliVolt);
-    EXPECT_EQ(voltage.units, "mV");
-    EXPECT_EQ(voltage.unitCode(), UnitMilliVolt);
-    voltage.setUnitCode(9);
-    EXPECT_EQ(voltage.units, "None");
-    voltage.setUnitCode(-1);
-    EXPECT_EQ(voltage.units, "None");
-    voltage.units = "xV";
-    EXPECT_EQ(voltage.unitCode(), UnitNone);
-    voltage.units = "kV";
-    EXPECT_EQ(voltage.unitCode(), UnitKiloVolt);
 }
 
 TEST(PinName, SplitsGroupIndexAndPolarity) {
@@ -275,15 +231,6 @@ TEST(ComponentParameters, DesignatorsFollowTheRulesOfTheirCell) {
     }
 }
 
-TEST(ComponentParameters, ReadingAnotherInstanceAddsWithoutClearing) {
-    TestDesign design({{"M1", "DDR_Memory", {{"RefDesName", "U1 U2"}}},
-                       {"M2", "DDR_Memory", {{"RefDesName", "U2 U3"}, {"RefDesDQM", "x4"}}}});
-    MemoryTxRxComponentParameters read(design.instance("M1"));
-    read.readParameters(design.instance("M2"));
-    const QHash<QString, QString> expected{{"U1", "x8"}, {"U2", "x4"}, {"U3", "x4"}};
-    EXPECT_EQ(read.dqmByRefDes, expected);
-}
-
 TEST(ControllerParameters, SimulationSettingsIgnoreCase) {
     const struct {
         standin::ParameterValues parameters;
@@ -318,22 +265,6 @@ TEST(ControllerParameters, SimulationSettingsIgnoreCase) {
     }
 }
 
-TEST(ControllerParameters, OtherCellsFillOnlyTheBaseFields) {
-    TestDesign design({{"C1", "DDR_Controller", {{"DataMode", "read"}, {"DataRate", "2400"}}},
-                       {"M1", "DDR_Memory", {{"RefDesName", "U1"}, {"DataMode", "write"}}}});
-    const ControllerParameters untouched(design.instance("M1"));
-    EXPECT_EQ(untouched.dqmByRefDes.value("U1"), "x8");
-    EXPECT_FALSE(untouched.readMode);
-    EXPECT_FALSE(untouched.ddrSimulation);
-    EXPECT_EQ(untouched.dataRate(), "1.0 Gbps");
-    EXPECT_EQ(untouched.dataRateType(), "1T");
-
-    ControllerParameters controller(design.instance("C1"));
-    controller.readParameters(design.instance("M1"));
-    EXPECT_TRUE(controller.readMode);
-    EXPECT_EQ(controller.rate, "2400 ");
-}
-
 TEST(ControllerParameters, ProbedInstanceIsTheReceiverInADdrSimulation) {
     const struct {
         bool ddrSimulation;
@@ -359,24 +290,4 @@ TEST(ControllerParameters, ProbedInstanceIsTheReceiverInADdrSimulation) {
     }
     EXPECT_FALSE(MemoryTxRxComponentParameters().isProbedInstance("CK_t", memoryCellName));
     EXPECT_FALSE(ControllerParameters().isProbedInstance("CK_t", memoryCellName));
-}
-
-TEST(ReferenceRules, DataAndCommandSignalsExcludeEachOther) {
-    const QSet<QString> commands{"A",     "CA",  "CTRL",  "CA_CKE", "CKE",  "CS", "CS_n", "RAS",
-                                 "RAS_n", "CAS", "CAS_n", "WE",     "WE_n", "BA", "BG"};
-    const QSet<QString> data{"DQ", "DQS"};
-    const struct {
-        const char* type;
-        QSet<QString> excluded;
-    } rows[] = {
-        {"DQ", commands}, {"DQS", commands}, {"DM", commands}, {"DBI_n", commands}, {"A", data},
-        {"CA_CKE", data}, {"ODT", data},     {"RAS_n", data},  {"CS", data},        {"WE_n", data},
-        {"CK", {}},       {"VDD", {}},       {"", {}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.type);
-        EXPECT_EQ(excludedReferenceTypes(row.type), row.excluded);
-    }
-    EXPECT_EQ(commands.size(), 15);
-    EXPECT_TRUE(excludedReferenceTypes(QString()).isEmpty());
 }

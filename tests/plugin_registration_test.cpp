@@ -62,23 +62,6 @@ TEST(Registration, AcceptsExactlyTheSupportedInterfaceVersions) {
     }
 }
 
-TEST(Registration, SecondCallAfterSuccessDoesNothing) {
-    PluginCopy copy;
-    Host host;
-    ASSERT_EQ(host.loadPlugin(copy.path()), Texts{});
-    ASSERT_EQ(host.interfaceLookups(), bothInterfaces);
-
-    host.runRegistration();
-    EXPECT_EQ(host.interfaceLookups(), bothInterfaces);
-    EXPECT_EQ(host.registrationFailures(), Texts{});
-
-    // Even a registry that has nothing to offer any more is not asked.
-    host.reconfigureRegistry(RegistryConfig{std::nullopt, std::nullopt});
-    host.runRegistration();
-    EXPECT_EQ(host.interfaceLookups(), bothInterfaces);
-    EXPECT_EQ(host.registrationFailures(), Texts{});
-}
-
 TEST(Registration, RetryAfterFailureStartsAgainAndRegistersTheVocabularyAgain) {
     struct Case {
         const char* label;
@@ -191,24 +174,6 @@ TEST(Registration, RefusedVocabularyIsReportedAndStopsBeforeTheEditor) {
     registerContents(&registry);
     EXPECT_EQ(registry.orl.registered.size(), 2u);
     EXPECT_EQ(registry.lookups.size(), 3u);
-}
-
-TEST(Registration, EditorRefusalLeavesTheVocabularyToBeRegisteredAgain) {
-    PluginCopy copy;
-    const PluginCopy::RegisterFunction registerContents = copy.openRegistration();
-    RecordingRegistry registry;
-    registry.editor.editorVersion = 1999;
-
-    registerContents(&registry);
-    EXPECT_EQ(registry.failures, Texts{editorIncompatible});
-    EXPECT_EQ(registry.orl.registered.size(), 1u);
-
-    registry.editor.editorVersion = 2000;
-    registry.failures.clear();
-    registerContents(&registry);
-    EXPECT_EQ(registry.failures, Texts{});
-    EXPECT_EQ(registry.orl.registered.size(), 2u);
-    EXPECT_EQ(registry.lookups, (Texts{"ORL", "ItemParametersEdit", "ORL", "ItemParametersEdit"}));
 }
 
 }  // namespace
