@@ -116,10 +116,6 @@ private:
     void saveToInstance(db::ParamIter& parameters);
     void saveWriteLevelingGroup(db::ParamIter& parameters);
     void saveMeasurementGroup(db::ParamIter& parameters);
-    void writeVoltage(db::ParamIter& parameters, const std::string& key, QLineEdit* lineEdit,
-                      QComboBox* unitBox);
-    void readVoltage(const db::ParamIter& parameters, const std::string& key, QLineEdit* lineEdit,
-                     QComboBox* unitBox);
     void loadSettings(const db::ParamIter& parameters);
     void loadSelections(const db::ParamIter& parameters);
 

@@ -2,20 +2,14 @@
 // signal type, channel, node, signal. Column 2 of every item holds its key and is never shown.
 
 #include <QHeaderView>
-#include <QStack>
 
 #include "dialog/LaneTapDialog.h"
+#include "dialog/TreeHelpers.h"
 #include "dialog/TreeWidgetItem.h"
 
 namespace LaneTapUI {
 
 namespace {
-
-constexpr int keyColumn = 2;
-
-bool isLeaf(const QTreeWidgetItem* item) {
-    return item->childCount() == 0 && item->parent();
-}
 
 QTreeWidgetItem* childWithText(QTreeWidgetItem* parent, const QString& text) {
     for (int i = 0; i < parent->childCount(); ++i) {
@@ -53,21 +47,11 @@ void addNodeAndLeaf(QTreeWidgetItem* channel, const SignalRecord* record) {
     leaf->setForeground(1, Qt::darkGreen);
 }
 
-// Every leaf below `item`, the item itself if it is one, last pushed first.
+// The key of every leaf below `item`, the item itself if it is one.
 template <class Visit>
 void forEachLeaf(QTreeWidgetItem* item, Visit visit) {
-    QStack<QTreeWidgetItem*> pending;
-    pending.push(item);
-    while (!pending.isEmpty()) {
-        QTreeWidgetItem* current = pending.pop();
-        if (isLeaf(current)) {
-            visit(current->text(keyColumn));
-            continue;
-        }
-        for (int i = 0; i < current->childCount(); ++i) {
-            pending.push(current->child(i));
-        }
-    }
+    walkTree(
+        item, [](QTreeWidgetItem*) {}, [&](QTreeWidgetItem* leaf) { visit(leaf->text(keyColumn)); });
 }
 
 }  // namespace

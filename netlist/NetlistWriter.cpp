@@ -39,9 +39,6 @@ NetlistWriter::~NetlistWriter() {
 
 void NetlistWriter::findControllerParameters() {
     controllerParameters = LaneTapUI::findControllerParameters(designOf(probeInstance));
-    if (!controllerParameters) {
-        controllerParameters = std::make_unique<ControllerParameters>();
-    }
 }
 
 void NetlistWriter::discoverSignals() {

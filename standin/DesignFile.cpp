@@ -9,7 +9,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "standin/Host.h"
+#include "standin/ItemDefinition.h"
 #include "standin/Warnings.h"
 
 namespace standin {
