@@ -2,7 +2,6 @@
 
 #include <locale.h>  // newlocale
 #include <stdlib.h>  // strtod_l
-#include <QRegExp>
 
 #include <cerrno>
 #include <sstream>
@@ -85,8 +84,23 @@ void store(db::ParamIter& params, const std::string& name, const std::string& va
 
 }  // namespace
 
+// A scan of the characters: no pattern is compiled for each of the many stored entries.
 QStringList splitOnWhiteSpace(const QString& text) {
-    return text.split(QRegExp("\\s+"), Qt::SkipEmptyParts);
+    QStringList parts;
+    const int size = text.size();
+    for (int i = 0; i < size;) {
+        while (i < size && text.at(i).isSpace()) {
+            ++i;
+        }
+        const int start = i;
+        while (i < size && !text.at(i).isSpace()) {
+            ++i;
+        }
+        if (i > start) {
+            parts.append(text.mid(start, i - start));
+        }
+    }
+    return parts;
 }
 
 std::string readParamString(const db::ParamIterConst& params, const std::string& name) {
