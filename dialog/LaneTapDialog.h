@@ -8,6 +8,7 @@
 #include <QWidget>
 #include <memory>
 
+#include "dialog/TreeHelpers.h"
 #include "discovery/SignalRecord.h"
 #include "host/Interfaces.h"
 #include "parameters/ControllerParameters.h"
@@ -128,7 +129,7 @@ private:
     // SignalPage.cpp: the signal trees that every selection page stands on.
     void populateSignalTree(QTreeWidget* tree, const SignalRecordHash& records,
                             const QSet<QString>& excludedTypes);
-    void addSignalToTree(QTreeWidget* tree, const SignalRecord* record);
+    void addSignalToTree(QTreeWidget* tree, const SignalRecord* record, TreeItemIndex& index);
     void finishTree(QTreeWidget* tree);
     void fitColumn(QTreeWidget* tree, int column);
     void refreshSignalSelectionTrees();

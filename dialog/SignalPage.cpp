@@ -36,15 +36,24 @@ QTreeWidgetItem* newItem(QTreeWidgetItem* parent, const QString& text, const QSt
     return item;
 }
 
-// The node and leaf of a record below its channel item, or below whatever level already exists.
-void addNodeAndLeaf(QTreeWidgetItem* channel, const SignalRecord* record) {
-    QTreeWidgetItem* node = childWithText(channel, record->displayName);
-    if (!node) {
-        node = newItem(channel, record->displayName, record->groupKey);
+// The child of `parent` (a top-level item for a null parent) with column 0 `text`, made with
+// `key` when there is none yet.
+QTreeWidgetItem* groupItem(QTreeWidget* tree, TreeItemIndex& index, QTreeWidgetItem* parent,
+                           const QString& text, const QString& key) {
+    QHash<QString, QTreeWidgetItem*>& children = index[parent];
+    QTreeWidgetItem* item = children.value(text);
+    if (!item) {
+        if (parent) {
+            item = newItem(parent, text, key);
+        } else {
+            item = new TreeWidgetItem();
+            item->setText(0, text);
+            item->setText(keyColumn, key);
+            tree->addTopLevelItem(item);
+        }
+        children.insert(text, item);
     }
-    QTreeWidgetItem* leaf = newItem(node, record->signalType + record->signalIndex, record->key);
-    leaf->setText(1, record->instanceNames());
-    leaf->setForeground(1, Qt::darkGreen);
+    return item;
 }
 
 // The key of every leaf below `item`, the item itself if it is one.
@@ -59,29 +68,25 @@ void forEachLeaf(QTreeWidgetItem* item, Visit visit) {
 void LaneTapDialog::populateSignalTree(QTreeWidget* tree, const SignalRecordHash& records,
                                        const QSet<QString>& excludedTypes) {
     tree->clear();
+    TreeItemIndex index;
     for (const SignalRecord* record : records) {
         if (!excludedTypes.contains(record->signalType)) {
-            addSignalToTree(tree, record);
+            addSignalToTree(tree, record, index);
         }
     }
     finishTree(tree);
 }
 
-void LaneTapDialog::addSignalToTree(QTreeWidget* tree, const SignalRecord* record) {
-    const QList<QTreeWidgetItem*> types = tree->findItems(record->signalType, Qt::MatchExactly, 0);
-    if (types.isEmpty()) {
-        auto* type = new TreeWidgetItem();
-        type->setText(0, record->signalType);
-        type->setText(keyColumn, record->signalType);
-        tree->addTopLevelItem(type);
-        addNodeAndLeaf(newItem(type, record->channel, record->channel), record);
-        return;
-    }
-    QTreeWidgetItem* channel = childWithText(types.first(), record->channel);
-    if (!channel) {
-        channel = newItem(types.first(), record->channel, record->channel);
-    }
-    addNodeAndLeaf(channel, record);
+void LaneTapDialog::addSignalToTree(QTreeWidget* tree, const SignalRecord* record,
+                                    TreeItemIndex& index) {
+    QTreeWidgetItem* type =
+        groupItem(tree, index, nullptr, record->signalType, record->signalType);
+    QTreeWidgetItem* channel = groupItem(tree, index, type, record->channel, record->channel);
+    QTreeWidgetItem* node =
+        groupItem(tree, index, channel, record->displayName, record->groupKey);
+    QTreeWidgetItem* leaf = newItem(node, record->signalType + record->signalIndex, record->key);
+    leaf->setText(1, record->instanceNames());
+    leaf->setForeground(1, Qt::darkGreen);
 }
 
 void LaneTapDialog::finishTree(QTreeWidget* tree) {

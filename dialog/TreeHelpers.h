@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QHash>
 #include <QStack>
+#include <QString>
 #include <QTreeWidget>
 #include <QTreeWidgetItem>
 
@@ -9,6 +11,11 @@
 namespace LaneTapUI {
 
 constexpr int keyColumn = 2;
+
+// The group items of a tree being built, under their parent (null for the top level) by their
+// column 0 text: a channel holds hundreds of nodes on a big board, too many to scan for each
+// signal.
+using TreeItemIndex = QHash<const QTreeWidgetItem*, QHash<QString, QTreeWidgetItem*>>;
 
 inline bool isLeaf(const QTreeWidgetItem* item) {
     return item->childCount() == 0 && item->parent();
