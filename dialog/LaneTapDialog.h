@@ -129,7 +129,7 @@ private:
     // SignalPage.cpp: the signal trees that every selection page stands on.
     void populateSignalTree(QTreeWidget* tree, const SignalRecordHash& records,
                             const QSet<QString>& excludedTypes);
-    void addSignalToTree(QTreeWidget* tree, const SignalRecord* record, TreeItemIndex& index);
+    void addSignalToTree(TreeBuild& build, const SignalRecord* record);
     void finishTree(QTreeWidget* tree);
     void fitColumn(QTreeWidget* tree, int column);
     void refreshSignalSelectionTrees();

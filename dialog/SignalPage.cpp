@@ -38,18 +38,14 @@ QTreeWidgetItem* newItem(QTreeWidgetItem* parent, const QString& text, const QSt
 
 // The child of `parent` (a top-level item for a null parent) with column 0 `text`, made with
 // `key` when there is none yet.
-QTreeWidgetItem* groupItem(QTreeWidget* tree, TreeItemIndex& index, QTreeWidgetItem* parent,
-                           const QString& text, const QString& key) {
-    QHash<QString, QTreeWidgetItem*>& children = index[parent];
+QTreeWidgetItem* groupItem(TreeBuild& build, QTreeWidgetItem* parent, const QString& text,
+                           const QString& key) {
+    QHash<QString, QTreeWidgetItem*>& children = build.groups[parent];
     QTreeWidgetItem* item = children.value(text);
     if (!item) {
-        if (parent) {
-            item = newItem(parent, text, key);
-        } else {
-            item = new TreeWidgetItem();
-            item->setText(0, text);
-            item->setText(keyColumn, key);
-            tree->addTopLevelItem(item);
+        item = newItem(parent, text, key);
+        if (!parent) {
+            build.topLevel.append(item);
         }
         children.insert(text, item);
     }
@@ -68,22 +64,20 @@ void forEachLeaf(QTreeWidgetItem* item, Visit visit) {
 void LaneTapDialog::populateSignalTree(QTreeWidget* tree, const SignalRecordHash& records,
                                        const QSet<QString>& excludedTypes) {
     tree->clear();
-    TreeItemIndex index;
+    TreeBuild build;
     for (const SignalRecord* record : records) {
         if (!excludedTypes.contains(record->signalType)) {
-            addSignalToTree(tree, record, index);
+            addSignalToTree(build, record);
         }
     }
+    tree->addTopLevelItems(build.topLevel);
     finishTree(tree);
 }
 
-void LaneTapDialog::addSignalToTree(QTreeWidget* tree, const SignalRecord* record,
-                                    TreeItemIndex& index) {
-    QTreeWidgetItem* type =
-        groupItem(tree, index, nullptr, record->signalType, record->signalType);
-    QTreeWidgetItem* channel = groupItem(tree, index, type, record->channel, record->channel);
-    QTreeWidgetItem* node =
-        groupItem(tree, index, channel, record->displayName, record->groupKey);
+void LaneTapDialog::addSignalToTree(TreeBuild& build, const SignalRecord* record) {
+    QTreeWidgetItem* type = groupItem(build, nullptr, record->signalType, record->signalType);
+    QTreeWidgetItem* channel = groupItem(build, type, record->channel, record->channel);
+    QTreeWidgetItem* node = groupItem(build, channel, record->displayName, record->groupKey);
     QTreeWidgetItem* leaf = newItem(node, record->signalType + record->signalIndex, record->key);
     leaf->setText(1, record->instanceNames());
     leaf->setForeground(1, Qt::darkGreen);
@@ -91,6 +85,7 @@ void LaneTapDialog::addSignalToTree(QTreeWidget* tree, const SignalRecord* recor
 
 void LaneTapDialog::finishTree(QTreeWidget* tree) {
     tree->expandAll();
+    TreeWidgetItem::prepareSort();
     tree->sortItems(0, Qt::AscendingOrder);
     fitColumn(tree, 0);
     tree->setCurrentItem(tree->topLevelItem(0));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QList>
 #include <QStack>
 #include <QString>
 #include <QTreeWidget>
@@ -12,10 +13,14 @@ namespace LaneTapUI {
 
 constexpr int keyColumn = 2;
 
-// The group items of a tree being built, under their parent (null for the top level) by their
-// column 0 text: a channel holds hundreds of nodes on a big board, too many to scan for each
-// signal.
-using TreeItemIndex = QHash<const QTreeWidgetItem*, QHash<QString, QTreeWidgetItem*>>;
+// A signal tree being built apart from its widget, so that the view does not follow every item
+// made; its top level joins the widget in one step. Group items are found under their parent
+// (null for the top level) by their column 0 text: a channel holds hundreds of nodes on a big
+// board, too many to scan for each signal.
+struct TreeBuild {
+    QList<QTreeWidgetItem*> topLevel;
+    QHash<const QTreeWidgetItem*, QHash<QString, QTreeWidgetItem*>> groups;
+};
 
 inline bool isLeaf(const QTreeWidgetItem* item) {
     return item->childCount() == 0 && item->parent();

@@ -14,31 +14,60 @@ QLocale collationLocale() {
     return locale.language() == QLocale::C ? QLocale(QLocale::English) : locale;
 }
 
-// A sort compares tens of thousands of pairs; the collator is made again only when the default
-// locale has changed since the last comparison.
-const QCollator& numericCollator() {
-    static QLocale madeFor = collationLocale();
-    static QCollator collator = [] {
-        QCollator made{madeFor};
-        made.setNumericMode(true);
+// The numeric collator of the sorts, with a generation that changes with each new collator.
+struct NumericCollator {
+    QLocale locale;
+    QCollator collator;
+    int generation = 0;
+
+    void follow(const QLocale& current) {
+        locale = current;
+        collator = QCollator(current);
+        collator.setNumericMode(true);
+        ++generation;
+    }
+};
+
+NumericCollator& numericCollator() {
+    static NumericCollator current = [] {
+        NumericCollator made;
+        made.follow(collationLocale());
         return made;
     }();
-    const QLocale locale = collationLocale();
-    if (locale != madeFor) {
-        madeFor = locale;
-        collator = QCollator(locale);
-        collator.setNumericMode(true);
-    }
-    return collator;
+    return current;
 }
 
 }  // namespace
 
 TreeWidgetItem::~TreeWidgetItem() = default;
 
+void TreeWidgetItem::prepareSort() {
+    NumericCollator& collator = numericCollator();
+    const QLocale locale = collationLocale();
+    if (locale != collator.locale) {
+        collator.follow(locale);
+    }
+}
+
+const QCollatorSortKey& TreeWidgetItem::sortKey(const QString& text) const {
+    const NumericCollator& collator = numericCollator();
+    if (!cachedKey || cachedKey->collatorGeneration != collator.generation ||
+        cachedKey->text != text) {
+        cachedKey.reset(
+            new CachedKey{text, collator.generation, collator.collator.sortKey(text)});
+    }
+    return cachedKey->key;
+}
+
 bool TreeWidgetItem::operator<(const QTreeWidgetItem& other) const {
     const int column = treeWidget() ? treeWidget()->sortColumn() : 0;
-    return numericCollator().compare(text(column), other.text(column)) < 0;
+    const QString text = this->text(column);
+    const QString otherText = other.text(column);
+    // Keys compare as the collator does; an item of another class is compared directly.
+    if (const auto* item = dynamic_cast<const TreeWidgetItem*>(&other)) {
+        return sortKey(text).compare(item->sortKey(otherText)) < 0;
+    }
+    return numericCollator().collator.compare(text, otherText) < 0;
 }
 
 }  // namespace LaneTapUI
