@@ -45,8 +45,7 @@ QString NetlistWriter::writeNodeMeasMap() const {
     // The setup keeps the references of each measurement; the module wants the measurements of
     // each reference. References that have gone from the design are dropped here.
     QHash<QString, QHash<QString, QList<int>>> byReference;
-    const ReferenceMap references =
-        readParamReferenceMap(*parameterIterator, "SelectedMeasurementsRefSignalListMap");
+    const ReferenceMap& references = storedReferences;
     const QStringList referencingKeys = references.keys();
     for (const QString& key : referencingKeys) {
         if (!signals.contains(key)) {
