@@ -12,7 +12,7 @@ PACKAGES = build-essential cmake ninja-build binutils pkg-config qtbase5-dev qtb
 
 SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
-.PHONY: all deps configure build test demo sanitize test-sanitize format clean
+.PHONY: all deps configure build test demo bench sanitize test-sanitize format clean
 
 all: build
 
@@ -37,8 +37,15 @@ build: configure
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
 
-demo: build
+# The demo builds only what it runs: the program, which brings the plug-in and the stand-in host.
+demo: configure
+	cmake --build $(BUILD) -j $(JOBS) --target lanetap_app
 	$(BUILD)/bin/lanetap netlist $(DEMO_DESIGN) --probe X1
+
+# Timings on a board of 8 channels x 32 memories and on plain designs, with their goals.
+bench: configure
+	cmake --build $(BUILD) -j $(JOBS) --target lanetap_bench
+	$(BUILD)/bin/lanetap_bench
 
 # The whole suite again, built with AddressSanitizer and UndefinedBehaviorSanitizer.
 sanitize: deps

@@ -3,17 +3,15 @@
 // left tree is flat, one item per signal type, and shows the model whose instances are measured.
 
 #include <QFileDialog>
-#include <QStack>
 
 #include "catalogue/ComplianceLookups.h"
 #include "dialog/LaneTapDialog.h"
+#include "dialog/TreeHelpers.h"
 #include "dialog/TreeWidgetItem.h"
 
 namespace LaneTapUI {
 
 namespace {
-
-constexpr int keyColumn = 2;
 
 // The selectors of the compliance lookups, always as the setup page's widgets show them.
 struct ComplianceSettings {
@@ -32,10 +30,6 @@ QMultiHash<QString, qint32> idsByName(const QString& type, const ComplianceSetti
                                   settings.dqsSignalMode);
 }
 
-bool isLeaf(const QTreeWidgetItem* item) {
-    return item->childCount() == 0 && item->parent();
-}
-
 const QTreeWidgetItem* topMost(const QTreeWidgetItem* item) {
     while (item->parent()) {
         item = item->parent();
@@ -47,36 +41,15 @@ QString signalTypeOf(const QTreeWidgetItem* item) {
     return topMost(item)->text(0);
 }
 
-// Walks the subtree of `item` with an explicit stack, last pushed first: a group item goes to
-// `group`, the record of a leaf, when `records` holds it, to `leaf`.
+// Walks the subtree of `item`: a group item goes to `group`, the record of a leaf, when `records`
+// holds it, to `leaf`.
 template <class Group, class Leaf>
 void walkSubtree(QTreeWidgetItem* item, const SignalRecordHash& records, Group group, Leaf leaf) {
-    QStack<QTreeWidgetItem*> pending;
-    pending.push(item);
-    while (!pending.isEmpty()) {
-        QTreeWidgetItem* current = pending.pop();
-        if (!isLeaf(current)) {
-            group(current);
-        } else if (SignalRecord* record = records.value(current->text(keyColumn))) {
+    walkTree(item, group, [&](QTreeWidgetItem* current) {
+        if (SignalRecord* record = records.value(current->text(keyColumn))) {
             leaf(record);
         }
-        for (int i = 0; i < current->childCount(); ++i) {
-            pending.push(current->child(i));
-        }
-    }
-}
-
-// Copies the current item of `from` to `to`, sorts `to` and makes its first item current. Gives the
-// source item, which the caller deletes once the model has followed, or null with no current item.
-QTreeWidgetItem* copyCurrentItem(QTreeWidget* from, QTreeWidget* to) {
-    QTreeWidgetItem* item = from->currentItem();
-    if (!item) {
-        return nullptr;
-    }
-    to->addTopLevelItem(item->clone());
-    to->sortItems(0, Qt::AscendingOrder);
-    to->setCurrentItem(to->topLevelItem(0));
-    return item;
+    });
 }
 
 QStringList withoutNames(QStringList names, const QStringList& removed) {

@@ -8,6 +8,7 @@
 #include <QWidget>
 #include <memory>
 
+#include "dialog/TreeHelpers.h"
 #include "discovery/SignalRecord.h"
 #include "host/Interfaces.h"
 #include "parameters/ControllerParameters.h"
@@ -116,10 +117,6 @@ private:
     void saveToInstance(db::ParamIter& parameters);
     void saveWriteLevelingGroup(db::ParamIter& parameters);
     void saveMeasurementGroup(db::ParamIter& parameters);
-    void writeVoltage(db::ParamIter& parameters, const std::string& key, QLineEdit* lineEdit,
-                      QComboBox* unitBox);
-    void readVoltage(const db::ParamIter& parameters, const std::string& key, QLineEdit* lineEdit,
-                     QComboBox* unitBox);
     void loadSettings(const db::ParamIter& parameters);
     void loadSelections(const db::ParamIter& parameters);
 
@@ -132,7 +129,7 @@ private:
     // SignalPage.cpp: the signal trees that every selection page stands on.
     void populateSignalTree(QTreeWidget* tree, const SignalRecordHash& records,
                             const QSet<QString>& excludedTypes);
-    void addSignalToTree(QTreeWidget* tree, const SignalRecord* record);
+    void addSignalToTree(TreeBuild& build, const SignalRecord* record);
     void finishTree(QTreeWidget* tree);
     void fitColumn(QTreeWidget* tree, int column);
     void refreshSignalSelectionTrees();

@@ -2,52 +2,21 @@
 // of signals. A group's choice is kept under the group item's key and passed down at once to
 // every group and signal below it.
 
-#include <QStack>
-
 #include "catalogue/MeasurementTypes.h"
 #include "dialog/LaneTapDialog.h"
+#include "dialog/TreeHelpers.h"
 
 namespace LaneTapUI {
 
 namespace {
 
-constexpr int keyColumn = 2;
-
-bool isLeaf(const QTreeWidgetItem* item) {
-    return item->childCount() == 0 && item->parent();
-}
-
-// Visits `item` and everything below it, last pushed first: `atGroup` with the key of every group
-// item, `atLeaf` with the key of every signal.
+// Visits `item` and everything below it: `atGroup` with the key of every group item, `atLeaf` with
+// the key of every signal.
 template <class AtGroup, class AtLeaf>
 void walkSignalItems(QTreeWidgetItem* item, AtGroup atGroup, AtLeaf atLeaf) {
-    QStack<QTreeWidgetItem*> pending;
-    pending.push(item);
-    while (!pending.isEmpty()) {
-        QTreeWidgetItem* current = pending.pop();
-        const QString key = current->text(keyColumn);
-        if (isLeaf(current)) {
-            atLeaf(key);
-            continue;
-        }
-        atGroup(key);
-        for (int i = 0; i < current->childCount(); ++i) {
-            pending.push(current->child(i));
-        }
-    }
-}
-
-// Puts a copy of the current item of `from` in `to`, sorts that list and makes its first entry
-// current, which is not necessarily the copy. Gives the item that was copied, for the caller to
-// record and delete; null when `from` has no current item.
-QTreeWidgetItem* copyCurrentItem(QTreeWidget* from, QTreeWidget* to) {
-    QTreeWidgetItem* item = from->currentItem();
-    if (item) {
-        to->addTopLevelItem(item->clone());
-        to->sortItems(0, Qt::AscendingOrder);
-        to->setCurrentItem(to->topLevelItem(0));
-    }
-    return item;
+    walkTree(
+        item, [&](QTreeWidgetItem* group) { atGroup(group->text(keyColumn)); },
+        [&](QTreeWidgetItem* leaf) { atLeaf(leaf->text(keyColumn)); });
 }
 
 }  // namespace

@@ -330,16 +330,6 @@ void LaneTapDialog::saveMeasurementGroup(db::ParamIter& out) {
     writeParamString(out, "SelectedGroupComplianceListMap", groupIdMap(groupCompliance));
 }
 
-void LaneTapDialog::writeVoltage(db::ParamIter& out, const std::string& key, QLineEdit* lineEdit,
-                                 QComboBox* unitBox) {
-    storeVoltage(out, {key.c_str(), lineEdit, unitBox});
-}
-
-void LaneTapDialog::readVoltage(const db::ParamIter& in, const std::string& key,
-                                QLineEdit* lineEdit, QComboBox* unitBox) {
-    restoreVoltage(in, {key.c_str(), lineEdit, unitBox});
-}
-
 void LaneTapDialog::loadSettings(const db::ParamIter& in) {
     setThresholdGroupTitle();
     restoreTestModes(in, ui, *parameters);

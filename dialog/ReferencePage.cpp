@@ -8,6 +8,7 @@
 
 #include "catalogue/MeasurementTypes.h"
 #include "dialog/LaneTapDialog.h"
+#include "dialog/TreeHelpers.h"
 #include "discovery/DesignWalk.h"
 #include "parameters/MemoryTxRxComponentParameters.h"
 #include "parameters/ReferenceRules.h"
@@ -15,12 +16,6 @@
 namespace LaneTapUI {
 
 namespace {
-
-constexpr int keyColumn = 2;
-
-bool isLeaf(const QTreeWidgetItem* item) {
-    return item->childCount() == 0 && item->parent();
-}
 
 bool needsReference(const QString& measurement) {
     return !referenceFreeTypesByDisplayName().contains(measurement);

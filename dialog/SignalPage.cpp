@@ -2,20 +2,14 @@
 // signal type, channel, node, signal. Column 2 of every item holds its key and is never shown.
 
 #include <QHeaderView>
-#include <QStack>
 
 #include "dialog/LaneTapDialog.h"
+#include "dialog/TreeHelpers.h"
 #include "dialog/TreeWidgetItem.h"
 
 namespace LaneTapUI {
 
 namespace {
-
-constexpr int keyColumn = 2;
-
-bool isLeaf(const QTreeWidgetItem* item) {
-    return item->childCount() == 0 && item->parent();
-}
 
 QTreeWidgetItem* childWithText(QTreeWidgetItem* parent, const QString& text) {
     for (int i = 0; i < parent->childCount(); ++i) {
@@ -42,32 +36,27 @@ QTreeWidgetItem* newItem(QTreeWidgetItem* parent, const QString& text, const QSt
     return item;
 }
 
-// The node and leaf of a record below its channel item, or below whatever level already exists.
-void addNodeAndLeaf(QTreeWidgetItem* channel, const SignalRecord* record) {
-    QTreeWidgetItem* node = childWithText(channel, record->displayName);
-    if (!node) {
-        node = newItem(channel, record->displayName, record->groupKey);
+// The child of `parent` (a top-level item for a null parent) with column 0 `text`, made with
+// `key` when there is none yet.
+QTreeWidgetItem* groupItem(TreeBuild& build, QTreeWidgetItem* parent, const QString& text,
+                           const QString& key) {
+    QHash<QString, QTreeWidgetItem*>& children = build.groups[parent];
+    QTreeWidgetItem* item = children.value(text);
+    if (!item) {
+        item = newItem(parent, text, key);
+        if (!parent) {
+            build.topLevel.append(item);
+        }
+        children.insert(text, item);
     }
-    QTreeWidgetItem* leaf = newItem(node, record->signalType + record->signalIndex, record->key);
-    leaf->setText(1, record->instanceNames());
-    leaf->setForeground(1, Qt::darkGreen);
+    return item;
 }
 
-// Every leaf below `item`, the item itself if it is one, last pushed first.
+// The key of every leaf below `item`, the item itself if it is one.
 template <class Visit>
 void forEachLeaf(QTreeWidgetItem* item, Visit visit) {
-    QStack<QTreeWidgetItem*> pending;
-    pending.push(item);
-    while (!pending.isEmpty()) {
-        QTreeWidgetItem* current = pending.pop();
-        if (isLeaf(current)) {
-            visit(current->text(keyColumn));
-            continue;
-        }
-        for (int i = 0; i < current->childCount(); ++i) {
-            pending.push(current->child(i));
-        }
-    }
+    walkTree(
+        item, [](QTreeWidgetItem*) {}, [&](QTreeWidgetItem* leaf) { visit(leaf->text(keyColumn)); });
 }
 
 }  // namespace
@@ -75,33 +64,28 @@ void forEachLeaf(QTreeWidgetItem* item, Visit visit) {
 void LaneTapDialog::populateSignalTree(QTreeWidget* tree, const SignalRecordHash& records,
                                        const QSet<QString>& excludedTypes) {
     tree->clear();
+    TreeBuild build;
     for (const SignalRecord* record : records) {
         if (!excludedTypes.contains(record->signalType)) {
-            addSignalToTree(tree, record);
+            addSignalToTree(build, record);
         }
     }
+    tree->addTopLevelItems(build.topLevel);
     finishTree(tree);
 }
 
-void LaneTapDialog::addSignalToTree(QTreeWidget* tree, const SignalRecord* record) {
-    const QList<QTreeWidgetItem*> types = tree->findItems(record->signalType, Qt::MatchExactly, 0);
-    if (types.isEmpty()) {
-        auto* type = new TreeWidgetItem();
-        type->setText(0, record->signalType);
-        type->setText(keyColumn, record->signalType);
-        tree->addTopLevelItem(type);
-        addNodeAndLeaf(newItem(type, record->channel, record->channel), record);
-        return;
-    }
-    QTreeWidgetItem* channel = childWithText(types.first(), record->channel);
-    if (!channel) {
-        channel = newItem(types.first(), record->channel, record->channel);
-    }
-    addNodeAndLeaf(channel, record);
+void LaneTapDialog::addSignalToTree(TreeBuild& build, const SignalRecord* record) {
+    QTreeWidgetItem* type = groupItem(build, nullptr, record->signalType, record->signalType);
+    QTreeWidgetItem* channel = groupItem(build, type, record->channel, record->channel);
+    QTreeWidgetItem* node = groupItem(build, channel, record->displayName, record->groupKey);
+    QTreeWidgetItem* leaf = newItem(node, record->signalType + record->signalIndex, record->key);
+    leaf->setText(1, record->instanceNames());
+    leaf->setForeground(1, Qt::darkGreen);
 }
 
 void LaneTapDialog::finishTree(QTreeWidget* tree) {
     tree->expandAll();
+    TreeWidgetItem::prepareSort();
     tree->sortItems(0, Qt::AscendingOrder);
     fitColumn(tree, 0);
     tree->setCurrentItem(tree->topLevelItem(0));

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QCollatorSortKey>
+#include <QString>
 #include <QTreeWidgetItem>
+#include <memory>
 
 namespace LaneTapUI {
 
@@ -12,6 +15,21 @@ public:
     ~TreeWidgetItem() override;
 
     bool operator<(const QTreeWidgetItem& other) const override;
+
+    // Makes the collator of the next sort from the default locale as it is now. A sort compares
+    // tens of thousands of pairs with the one collator.
+    static void prepareSort();
+
+private:
+    // The collation key of the text last compared, kept while that text and the collator stay.
+    struct CachedKey {
+        QString text;
+        int collatorGeneration;
+        QCollatorSortKey key;
+    };
+    const QCollatorSortKey& sortKey(const QString& text) const;
+
+    mutable std::unique_ptr<CachedKey> cachedKey;
 };
 
 }  // namespace LaneTapUI

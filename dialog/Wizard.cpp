@@ -1,5 +1,7 @@
 // The wizard: the connections of the dialog, the two routes of tabs and the navigation buttons.
 
+#include <QSignalBlocker>
+
 #include "dialog/LaneTapDialog.h"
 #include "parameters/ParamText.h"
 
@@ -112,7 +114,12 @@ void LaneTapDialog::restoreWizardPosition(const db::ParamIter& stored) {
     ui.stackedWidget->setCurrentIndex(measurementRoute);
     furthestTab = readParamInt(stored, "TabWidgetTabNumber");
     disableTabsAfter(ui.writeLevelingTabs, 0);
-    disableTabsAfter(ui.measurementTabs, furthestTab);
+    {
+        // The selections are not restored yet, and every page is built once they are: a page
+        // built here from the empty selection would never be seen.
+        const QSignalBlocker quiet(ui.measurementTabs);
+        disableTabsAfter(ui.measurementTabs, furthestTab);
+    }
     updateNavigationButtons(ui.measurementTabs, furthestTab);
 }
 

@@ -2,19 +2,10 @@
 // signals. The selection is kept apart from the measurement route's, on the same records.
 
 #include "dialog/LaneTapDialog.h"
+#include "dialog/TreeHelpers.h"
 #include "parameters/ReferenceRules.h"
 
 namespace LaneTapUI {
-
-namespace {
-
-constexpr int keyColumn = 2;
-
-bool isLeaf(const QTreeWidgetItem* item) {
-    return item->childCount() == 0 && item->parent();
-}
-
-}  // namespace
 
 void LaneTapDialog::onWlAddSignalClicked() {
     moveSignalItem(ui.wlSelectSignalAvailableSignalTree, ui.wlSelectSignalSelectedSignalTree,

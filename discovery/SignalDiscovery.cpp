@@ -84,14 +84,18 @@ public:
         : controller(controller), withNets(kind == DiscoveryKind::Netlist), signals(signals) {}
 
     void scanInstance(db::Instance* instance) {
+        // The instance's own parameters are read once, for both of its modes.
+        const MemoryTxRxComponentParameters described(instance);
         InstanceScan scan{instance,
                           QString::fromStdString(db::get_instance_name(instance)),
                           QString::fromStdString(db::get_model_cell_name(instance)),
-                          isPinMode(instance),
-                          isDieMode(instance),
+                          described.ibisModel,
+                          described.dieMode,
                           {},
                           {}};
-        scan.ebdNodes = collectEbdNodes(instance);
+        if (!scan.pinMode) {
+            scan.ebdNodes = readEbdNodes(instance);
+        }
         scan.nets = collectNets(instance);
         const DDRBusPlanner::DDRMetaData metaData(instance);
         const std::vector<DDRBusPlanner::DDRPortInfo*> ports = metaData.get_all_meta_data();
@@ -254,10 +258,11 @@ void discoverSignals(db::Design* design, const MemoryTxRxComponentParameters& co
 }
 
 EbdNodes collectEbdNodes(db::Instance* instance) {
+    return isPinMode(instance) ? EbdNodes() : readEbdNodes(instance);
+}
+
+EbdNodes readEbdNodes(db::Instance* instance) {
     EbdNodes nodes;
-    if (isPinMode(instance)) {
-        return nodes;
-    }
     const db::ParamIter parameters(instance);
     const QStringList ports = splitOnWhiteSpace(readParamText(parameters, "IbisPinSelPort"));
     const QStringList counts = splitOnWhiteSpace(readParamText(parameters, "IbisPinSelEbdNodes"));

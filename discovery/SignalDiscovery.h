@@ -30,7 +30,10 @@ std::unique_ptr<ControllerParameters> findControllerParameters(db::Design* desig
 void discoverSignals(db::Design* design, const MemoryTxRxComponentParameters& controller,
                      DiscoveryKind kind, SignalRecordHash& signals);
 
+// The board nodes of each port of an instance; none for an instance in pin mode.
 EbdNodes collectEbdNodes(db::Instance* instance);
+// The same, read from the instance's parameters whatever its mode.
+EbdNodes readEbdNodes(db::Instance* instance);
 NetsByTerminal collectNets(db::Instance* instance);
 
 }  // namespace LaneTapUI

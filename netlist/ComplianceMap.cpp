@@ -47,7 +47,7 @@ QString NetlistWriter::writeComplianceMap() const {
         for (int id : ids) {
             fields << QString::number(id);
         }
-        text += NetlistText::listLine(QStringLiteral("ComplianceMeasMap"), n++, fields);
+        NetlistText::appendListLine(text, QLatin1String("ComplianceMeasMap"), n++, fields);
     }
     return text;
 }

@@ -6,7 +6,7 @@
 namespace LaneTapUI {
 namespace {
 
-const QString measMapSection = QStringLiteral("NodeMeasMap");
+const QLatin1String measMapSection("NodeMeasMap");
 const QString unreferenced = QStringLiteral("Unreferenced");
 
 // The key a measurement has in the netlist, as "Eye"; an unknown code has an empty one.
@@ -38,15 +38,14 @@ QString NetlistWriter::writeNodeMeasMap() const {
         }
         // A signal whose measurements all need a reference writes no line here.
         if (fields.size() > 2) {
-            text += NetlistText::listLine(measMapSection, n++, fields);
+            NetlistText::appendListLine(text, measMapSection, n++, fields);
         }
     }
 
     // The setup keeps the references of each measurement; the module wants the measurements of
     // each reference. References that have gone from the design are dropped here.
     QHash<QString, QHash<QString, QList<int>>> byReference;
-    const ReferenceMap references =
-        readParamReferenceMap(*parameterIterator, "SelectedMeasurementsRefSignalListMap");
+    const ReferenceMap& references = storedReferences;
     const QStringList referencingKeys = references.keys();
     for (const QString& key : referencingKeys) {
         if (!signals.contains(key)) {
@@ -77,7 +76,7 @@ QString NetlistWriter::writeNodeMeasMap() const {
             for (int code : codesByReference.value(reference)) {
                 fields << measurementKey(code);
             }
-            text += NetlistText::listLine(measMapSection, n++, fields);
+            NetlistText::appendListLine(text, measMapSection, n++, fields);
         }
     }
     return text;
@@ -93,7 +92,7 @@ QString NetlistWriter::writeNodeRefMap() const {
         // A clock or a data mask is its own companion: its line holds its key twice.
         for (const QString& reference : connectionDiagnostics(record)) {
             if (signals.contains(reference)) {
-                text += NetlistText::listLine(QStringLiteral("NodeRefMap"), n++,
+                NetlistText::appendListLine(text, QLatin1String("NodeRefMap"), n++,
                                               {record->key, reference});
             }
         }

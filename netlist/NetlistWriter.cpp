@@ -39,9 +39,6 @@ NetlistWriter::~NetlistWriter() {
 
 void NetlistWriter::findControllerParameters() {
     controllerParameters = LaneTapUI::findControllerParameters(designOf(probeInstance));
-    if (!controllerParameters) {
-        controllerParameters = std::make_unique<ControllerParameters>();
-    }
 }
 
 void NetlistWriter::discoverSignals() {
@@ -106,9 +103,9 @@ void NetlistWriter::collectSelectedSignals() {
     }
 
     // A reference is watched also when it was not selected for itself.
-    const ReferenceMap references =
+    storedReferences =
         readParamReferenceMap(*parameterIterator, "SelectedMeasurementsRefSignalListMap");
-    for (const QHash<int, QStringList>& byMeasurement : references) {
+    for (const QHash<int, QStringList>& byMeasurement : qAsConst(storedReferences)) {
         for (const QStringList& keys : byMeasurement) {
             for (const QString& key : keys) {
                 take(key);

@@ -10,6 +10,7 @@
 #include "discovery/SignalRecord.h"
 #include "host/Database.h"
 #include "parameters/ControllerParameters.h"
+#include "parameters/ParamText.h"
 
 namespace LaneTapUI {
 
@@ -56,6 +57,8 @@ private:
     QHash<QString, int> requiredReferenceTypes(const SignalRecord* record) const;
     QString describeMissingReference(const SignalRecord* record, const QString& requiredType) const;
 
+    // The stored references of the measurements, read once by the selection.
+    ReferenceMap storedReferences;
     // The discovered signals; this hash owns the records.
     SignalRecordHash signals;
     db::ParamIter* parameterIterator;

@@ -72,8 +72,8 @@ QString NetlistWriter::writeNodeData() const {
     int n = 1;
     for (const SignalRecord* record : signals) {
         for (const WatchedNode& node : watchedNodes(*record, false)) {
-            text += NetlistText::listLine(
-                QStringLiteral("NodeData"), n++,
+            NetlistText::appendListLine(
+                text, QLatin1String("NodeData"), n++,
                 {record->key, record->signalIndex, record->signalType, record->refDes,
                  record->channel, record->nodeLabelDotted, node.polarity});
         }

@@ -2,10 +2,8 @@
 
 #include <locale.h>  // newlocale
 #include <stdlib.h>  // strtod_l
-#include <QRegExp>
 
 #include <cerrno>
-#include <sstream>
 #include <stdexcept>
 
 namespace LaneTapUI {
@@ -23,8 +21,12 @@ Result readSafely(const db::ParamIterConst& params, const std::string& name, Par
     return result;
 }
 
+QString widen(const char* bytes, std::size_t size) {
+    return QString::fromLatin1(bytes, static_cast<int>(size));
+}
+
 QString widen(const std::string& bytes) {
-    return QString::fromLatin1(bytes.data(), static_cast<int>(bytes.size()));
+    return widen(bytes.data(), bytes.size());
 }
 
 // std::stod with the decimal point whatever the process locale: the host may run under a locale
@@ -47,13 +49,18 @@ double toDouble(const std::string& text) {
     return value;
 }
 
-// Calls `visit` with each entry of a "," separated value.
+// Calls `visit` with each entry of a "," separated value; the "," that ends the last entry starts
+// none.
 template <class Visit>
 void forEachEntry(const std::string& value, Visit visit) {
-    std::istringstream stream(value);
-    std::string entry;
-    while (std::getline(stream, entry, ',')) {
-        visit(widen(entry));
+    std::size_t start = 0;
+    while (start < value.size()) {
+        std::size_t end = value.find(',', start);
+        if (end == std::string::npos) {
+            end = value.size();
+        }
+        visit(widen(value.data() + start, end - start));
+        start = end + 1;
     }
 }
 
@@ -85,8 +92,23 @@ void store(db::ParamIter& params, const std::string& name, const std::string& va
 
 }  // namespace
 
+// A scan of the characters: no pattern is compiled for each of the many stored entries.
 QStringList splitOnWhiteSpace(const QString& text) {
-    return text.split(QRegExp("\\s+"), Qt::SkipEmptyParts);
+    QStringList parts;
+    const int size = text.size();
+    for (int i = 0; i < size;) {
+        while (i < size && text.at(i).isSpace()) {
+            ++i;
+        }
+        const int start = i;
+        while (i < size && !text.at(i).isSpace()) {
+            ++i;
+        }
+        if (i > start) {
+            parts.append(text.mid(start, i - start));
+        }
+    }
+    return parts;
 }
 
 std::string readParamString(const db::ParamIterConst& params, const std::string& name) {

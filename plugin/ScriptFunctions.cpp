@@ -35,7 +35,6 @@ VALUE_HEADER* LaneTap_show_dialog() {
 }
 
 VALUE_HEADER* LaneTap_netlist_probe() {
-    QString result = "\n;Lane_Tap";
     TYPE_DEFINITION* paramIterType = oval_find_type("ParamIter");
     VALUE_HEADER* argument = orl::get_typed_parm_impl(0, paramIterType);
     auto* parameters = *static_cast<db::ParamIter**>(oval_value_data(argument));
@@ -45,6 +44,7 @@ VALUE_HEADER* LaneTap_netlist_probe() {
     }
     db::Instance* instance = get_db_inst_orl_parm(1);
     const auto writer = std::make_unique<LaneTapUI::NetlistWriter>(parameters, instance);
-    result += QString::fromStdString(writer->writeBlock());
-    return oval_create_string(result.toStdString().c_str());
+    // The block is UTF-8 already; it goes to the host without another conversion.
+    const std::string result = "\n;Lane_Tap" + writer->writeBlock();
+    return oval_create_string(result.c_str());
 }

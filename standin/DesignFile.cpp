@@ -8,8 +8,9 @@
 #include <cerrno>
 #include <cmath>
 #include <cstring>
+#include <unordered_set>
 
-#include "standin/Host.h"
+#include "standin/ItemDefinition.h"
 #include "standin/Warnings.h"
 
 namespace standin {
@@ -28,15 +29,19 @@ bool isControl(QChar c) { return c.category() == QChar::Other_Control; }
 // Reads one instance of the file; every fault names the instance and the field.
 class InstanceReader {
 public:
-    InstanceReader(db::Design& design, const QJsonObject& object, int position)
-        : design(design), object(object), label(QString("instance %1").arg(position)) {}
+    InstanceReader(db::Design& design, std::unordered_set<std::string>& takenNames,
+                   const QJsonObject& object, int position)
+        : design(design),
+          takenNames(takenNames),
+          object(object),
+          label(QString("instance %1").arg(position)) {}
 
     void read() {
         Instance* instance = design.addInstance();
         instance->source = object;
         instance->name = name(object, "name");
         label = QString("instance '%1'").arg(QString::fromStdString(instance->name));
-        if (design.findInstance(instance->name) != instance) {
+        if (!takenNames.insert(instance->name).second) {
             fail("name", "another instance has this name");
         }
         instance->cell = text(object, "cell", true).toStdString();
@@ -230,6 +235,8 @@ private:
     }
 
     db::Design& design;
+    // The names of the instances read so far: a set, since a board holds 10^5 of them.
+    std::unordered_set<std::string>& takenNames;
     const QJsonObject& object;
     QString label;
 };
@@ -313,12 +320,13 @@ std::unique_ptr<db::Design> readDesignFile(const QString& path) {
         design->source = parseRoot(bytes);
         design->name = design->source.value("name").toString().toStdString();
         const QJsonArray instances = design->source.value("instances").toArray();
+        std::unordered_set<std::string> takenNames;
         for (int i = 0; i < instances.size(); ++i) {
             if (!instances[i].isObject()) {
                 throw DesignError(QString("instance %1 must be an object").arg(i).toStdString());
             }
             const QJsonObject object = instances[i].toObject();
-            InstanceReader(*design, object, i).read();
+            InstanceReader(*design, takenNames, object, i).read();
         }
     } catch (const DesignError& error) {
         throw DesignError(withFile(path, error.what()));

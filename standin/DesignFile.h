@@ -2,12 +2,19 @@
 
 #include <QString>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 #include "standin/Design.h"
 
 // Design files: the JSON form of a design that the stand-in host loads and saves.
 namespace standin {
+
+// A design file that cannot be loaded or saved. The message names the file and the fault.
+class DesignError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
 
 // Reads and checks a design file; throws DesignError naming the file, the place and the fault.
 std::unique_ptr<db::Design> readDesignFile(const QString& path);

@@ -10,18 +10,14 @@
 
 #include "host/Interfaces.h"
 #include "standin/Design.h"
+#include "standin/DesignFile.h"
+#include "standin/ItemDefinition.h"
 
 class QWidget;
 
 // The stand-in host: what a program needs to load a design, load the LaneTap plug-in through its
 // exported entry points and call its script functions the way the real host would.
 namespace standin {
-
-// A design file that cannot be loaded or saved. The message names the file and the fault.
-class DesignError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 // Which interfaces the registry offers, and at which versions. An absent interface answers null.
 struct RegistryConfig {
@@ -120,9 +116,5 @@ private:
     int libraryVersion = 0;
     void (*registerContents)(InterfaceRegistry*) = nullptr;
 };
-
-// The item definition of the probe cell: what a newly placed probe carries.
-const ParameterValues& probeItemDefinition();
-extern const char* const probeCellName;
 
 }  // namespace standin

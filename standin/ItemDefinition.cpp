@@ -1,4 +1,4 @@
-#include "standin/Host.h"
+#include "standin/ItemDefinition.h"
 
 namespace standin {
 

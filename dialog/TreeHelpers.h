@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QStack>
+#include <QString>
+#include <QTreeWidget>
+#include <QTreeWidgetItem>
+
+// What the selection pages share about their trees. Column 2 of every item holds its key and is
+// never shown; a leaf is an item below the top level without children.
+namespace LaneTapUI {
+
+constexpr int keyColumn = 2;
+
+// A signal tree being built apart from its widget, so that the view does not follow every item
+// made; its top level joins the widget in one step. Group items are found under their parent
+// (null for the top level) by their column 0 text: a channel holds hundreds of nodes on a big
+// board, too many to scan for each signal.
+struct TreeBuild {
+    QList<QTreeWidgetItem*> topLevel;
+    QHash<const QTreeWidgetItem*, QHash<QString, QTreeWidgetItem*>> groups;
+};
+
+inline bool isLeaf(const QTreeWidgetItem* item) {
+    return item->childCount() == 0 && item->parent();
+}
+
+// Visits `item` and everything below it, last pushed first: `atGroup` with every item that is not
+// a leaf, `atLeaf` with every leaf.
+template <class AtGroup, class AtLeaf>
+void walkTree(QTreeWidgetItem* item, AtGroup atGroup, AtLeaf atLeaf) {
+    QStack<QTreeWidgetItem*> pending;
+    pending.push(item);
+    while (!pending.isEmpty()) {
+        QTreeWidgetItem* current = pending.pop();
+        if (isLeaf(current)) {
+            atLeaf(current);
+            continue;
+        }
+        atGroup(current);
+        for (int i = 0; i < current->childCount(); ++i) {
+            pending.push(current->child(i));
+        }
+    }
+}
+
+// Puts a copy of the current item of `from` in `to`, sorts that list and makes its first entry
+// current, which is not necessarily the copy. Gives the item that was copied, for the caller to
+// record and delete; null when `from` has no current item.
+QTreeWidgetItem* copyCurrentItem(QTreeWidget* from, QTreeWidget* to);
+
+}  // namespace LaneTapUI
