@@ -110,7 +110,10 @@ void checkCall(const standin::CallResult& result, const char* functionName) {
 }
 
 void writeOut(const QString& text) {
-    const QByteArray bytes = text.toUtf8();
+    writeOut(text.toUtf8());
+}
+
+void writeOut(const QByteArray& bytes) {
     const std::size_t size = static_cast<std::size_t>(bytes.size());
     // A full disk or a closed pipe must not pass for a complete output.
     if (std::fwrite(bytes.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0) {

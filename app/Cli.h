@@ -59,5 +59,7 @@ void checkCall(const standin::CallResult& result, const char* functionName);
 
 // Writes to stdout; fails with exit code 2 when the text cannot be written whole.
 void writeOut(const QString& text);
+// The same for bytes that are UTF-8 already.
+void writeOut(const QByteArray& bytes);
 
 }  // namespace lanetap

@@ -14,7 +14,8 @@ int runNetlist(const Arguments& arguments) {
     const standin::CallResult result = host.netlistProbe(probeName.toStdString());
     printWarnings(host);
     checkCall(result, "LaneTap_netlist_probe");
-    writeOut(QString::fromStdString(result.text));
+    // The block is UTF-8 already and goes out as it came.
+    writeOut(QByteArray::fromStdString(result.text));
     return ExitOk;
 }
 

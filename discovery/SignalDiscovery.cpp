@@ -47,6 +47,8 @@ struct PortPlace {
     QString signalId;
     QString pin;
     QString port;
+    // The signal id split once for every record of the port.
+    PinNameParts parts;
 };
 
 std::unique_ptr<SignalRecord> makeRecord(const InstanceScan& scan, const PortPlace& place,
@@ -58,10 +60,9 @@ std::unique_ptr<SignalRecord> makeRecord(const InstanceScan& scan, const PortPla
     record->signalId = place.signalId;
     record->pinName = place.pin;
     record->nodeLabel = label;
-    const PinNameParts parts = splitPinName(place.signalId);
-    record->signalType = parts.group;
-    record->signalIndex = parts.index;
-    record->polarity = parts.polarity;
+    record->signalType = place.parts.group;
+    record->signalIndex = place.parts.index;
+    record->polarity = place.parts.polarity;
     record->addInstanceNode(scan.name, scan.cell, place.port, net);
     record->nodeLabelDotted = QString(label).replace(' ', '.');
     record->nodeName = refDes;
@@ -129,7 +130,8 @@ private:
         const PortPlace place{QStringLiteral("Ch") + QString::number(port.get_channel_id()),
                               QString::fromStdString(port.get_ref_des()), signalId,
                               QString::fromStdString(port.get_pin_name()),
-                              QString::fromStdString(port.get_port_name())};
+                              QString::fromStdString(port.get_port_name()),
+                              splitPinName(signalId)};
         const QString family = signalTypeName(port.get_signal_id().get_signal_id_type());
         const bool probed = controller.isProbedInstance(family, scan.cell);
         const QString net = withNets ? scan.nets.value(place.port) : QString();
