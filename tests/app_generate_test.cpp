@@ -136,6 +136,10 @@ TEST(GenerateCommand, BadOptionsFailWithOneLineAndWriteNothing) {
         EXPECT_TRUE(run.out.isEmpty()) << label;
         EXPECT_TRUE(run.err.startsWith("lanetap: error: ")) << run.err.toStdString();
         EXPECT_EQ(run.err.count('\n'), 1) << run.err.toStdString();
+        // A refused value is quoted, so that the user sees which one it was.
+        if (options.size() == 2 && options.first() != "--probe" && !options.last().isEmpty()) {
+            EXPECT_TRUE(run.err.contains(options.last().toUtf8())) << run.err.toStdString();
+        }
     }
 }
 

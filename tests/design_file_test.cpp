@@ -68,6 +68,7 @@ TEST(DesignFile, SyntaxErrorsGiveTheLineAndColumnOfTheFault) {
          "\"model", 0},
         {"text after the object", head + "  ]\n}\n  x\n", "x\n", 0},
         {"end of file inside the array", head, QString(), 0},
+        {"a fault at the first character", "x" + head, "x", 0},
     };
     Workspace workspace;
     for (const Case& c : cases) {

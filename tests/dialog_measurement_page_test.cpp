@@ -190,6 +190,16 @@ TEST(MeasurementPage, SkewOnATypeReachesEveryChannelNodeAndMemberWithItsDefaultR
               references);
 }
 
+// Only the type's or the channel's entry reaches a signal added later; its node's does not.
+TEST(MeasurementPage, ANodesEntryDoesNotReachASignalAddedLater) {
+    MeasurementTab tab({"DQ_Ch1_U1_DQ2"});
+    tab.add({"DQ", "Ch1", "U1"}, "Eye");
+    tab.moveSignal("addSignalButton", "selectSignalAvailableSignalTree",
+                   {"DQ", "Ch1", "U1", "DQ10"});
+    EXPECT_EQ(tab.chosenFor({"DQ", "Ch1", "U1", "DQ2"}), QStringList{"Eye"});
+    EXPECT_TRUE(tab.chosenFor({"DQ", "Ch1", "U1", "DQ10"}).isEmpty());
+}
+
 TEST(MeasurementPage, ASignalAddedLaterUnderATypeWithAnEntryTakesTheTypesList) {
     MeasurementTab tab({"DQ_Ch0_U2_DQ2", "DQ_Ch1_U1_DQ10", "CK_Ch0_U1_CK0"});
     tab.add({"DQ", "Ch1", "U1", "DQ10"}, "Eye");
