@@ -7,64 +7,45 @@
 
 #include "support/TestSupport.h"
 
-namespace {
-
-using lanetap_test::runProgram;
-
-QProcessEnvironment offscreen(const lanetap_test::Workspace& workspace) {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("QT_QPA_PLATFORM", "offscreen");
-    // Qt warns on stderr when it has no private runtime folder; give it the workspace's.
-    environment.insert("XDG_RUNTIME_DIR", workspace.path(""));
-    return environment;
-}
-
-}  // namespace
-
-TEST(SetupCommand, OpeningSavesTheNormalisedSetupAndPicturesTheDialog) {
-    lanetap_test::Workspace workspace;
-    const QString design = workspace.write(
-        "design.json", lanetap_test::designText(
-                           {R"({"name":"X1","cell":"LaneTap","library":"lanetap",)"
-                            R"("parameters":{"targetBER":"0.000001","TabWidgetTabNumber":"4"}})"}));
-    const QString picture = workspace.path("tab.png");
-    const auto run =
-        runProgram({"setup", design, "--probe", "X1", "--tab", "2", "--screenshot", picture},
-                   offscreen(workspace));
-    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
-    const QImage image(picture);
-    EXPECT_FALSE(image.isNull());
-    EXPECT_GE(image.width(), 898);
-    EXPECT_EQ(image.height(), 652);
-    // The opening wrote the stored text back in its normal form and the program saved it.
-    const auto stored = runProgram({"get", design, "--probe", "X1", "targetBER"});
-    EXPECT_EQ(stored.out, "targetBER=1e-06\n");
-}
-
-TEST(SetupCommand, AFailingOpeningReportsTheScriptFunctionAndLeavesTheFile) {
-    lanetap_test::Workspace workspace;
-    const QByteArray text = lanetap_test::designText(
-        {R"({"name":"X1","cell":"LaneTap","library":"lanetap","parameters":{"vtt":""}})"});
-    const QString design = workspace.write("design.json", text);
-    const auto run =
-        runProgram({"setup", design, "--probe", "X1", "--screenshot", workspace.path("x.png")},
-                   offscreen(workspace));
-    EXPECT_EQ(run.exitCode, 3) << run.err.toStdString();
-    EXPECT_EQ(run.err.split('\n').value(0),
-              "lanetap: error: script function LaneTap_show_dialog failed: "
-              "setVoltageAmplitudeAndUnits LaneTapVoltage failed");
-    EXPECT_EQ(lanetap_test::readBytes(design), text);
-}
-
-TEST(SetupCommand, BadTabIsAUsageErrorBeforeAnythingIsOpened) {
-    lanetap_test::Workspace workspace;
-    const QByteArray text =
-        lanetap_test::designText({R"({"name":"X1","cell":"LaneTap","library":"lanetap"})"});
-    const QString design = workspace.write("design.json", text);
-    const auto run = runProgram(
-        {"setup", design, "--probe", "X1", "--tab", "9", "--screenshot", workspace.path("x.png")},
-        offscreen(workspace));
-    EXPECT_EQ(run.exitCode, 2) << run.err.toStdString();
-    EXPECT_TRUE(run.err.startsWith("lanetap: error: --tab")) << run.err.toStdString();
-    EXPECT_EQ(lanetap_test::readBytes(design), text);
+// A run that opens the dialog saves the setup as the opening normalised it and pictures the
+// dialog at its size (Qt's offscreen platform may warn on stderr); a failing opening or a bad tab
+// ends with its exit code and error line, and saves and pictures nothing.
+TEST(SetupCommand, OpeningSavesTheNormalisedSetupAndPicturesTheDialogOrFailsLeavingTheFile) {
+    const struct {
+        const char* parameters;
+        const char* tab;
+        int exitCode;
+        const char* firstErrorLine;
+        const char* targetBER;
+    } cases[] = {
+        {R"(,"TabWidgetTabNumber":"4")", "4", 0, "", "1e-06"},
+        {R"(,"vtt":"")", "2", 3,
+         "lanetap: error: script function LaneTap_show_dialog failed: "
+         "setVoltageAmplitudeAndUnits LaneTapVoltage failed",
+         "0.000001"},
+        {"", "5", 2, "lanetap: error: --tab must be a tab number from 0 to 4, not '5'", "0.000001"},
+    };
+    for (const auto& c : cases) {
+        lanetap_test::Workspace workspace;
+        const QString design = workspace.write(
+            "design.json",
+            lanetap_test::designText({QString(R"({"name":"X1","cell":"LaneTap","library":"lanetap",
+                "parameters":{"targetBER":"0.000001"%1}})")
+                                          .arg(c.parameters)}));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_QPA_PLATFORM", "offscreen");
+        // Qt warns on stderr when it has no private runtime folder; give it the workspace's.
+        environment.insert("XDG_RUNTIME_DIR", workspace.path(""));
+        const QString picture = workspace.path("tab.png");
+        const auto run = lanetap_test::runProgram(
+            {"setup", design, "--probe", "X1", "--tab", c.tab, "--screenshot", picture},
+            environment);
+        EXPECT_EQ(run.exitCode, c.exitCode) << run.err.toStdString();
+        if (c.exitCode != 0) {
+            EXPECT_EQ(run.err.split('\n').value(0).toStdString(), c.firstErrorLine);
+        }
+        EXPECT_EQ(QImage(picture).height(), c.exitCode == 0 ? 652 : 0);
+        EXPECT_EQ(lanetap_test::runProgram({"get", design, "--probe", "X1", "targetBER"}).out,
+                  QByteArray("targetBER=") + c.targetBER + "\n");
+    }
 }

@@ -1,13 +1,19 @@
-// Compliance tables and their lookups.
+// The catalogue's tables and lookups, checked against the rows the tables hold. The texts and
+// numbers of the rows themselves are guarded by the whole-catalogue comparison of the program's
+// tests; here every row must be reachable by its lookups and every filter must keep exactly the
+// rows its rule keeps.
 
 #include <gtest/gtest.h>
 
 #include <QSet>
+#include <algorithm>
+#include <climits>
+#include <tuple>
 
 #include "catalogue/ComplianceLookups.h"
 #include "catalogue/ComplianceTables.h"
+#include "catalogue/SpeedGradeDefaults.h"
 
-// Show texts, not code units, when an expectation fails.
 inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
 }
@@ -16,189 +22,111 @@ using namespace LaneTapUI;
 
 namespace {
 
-struct GroupTable {
-    const char* group;
-    const ComplianceTable* table;
-    int ddr4Rows;
-    int lpddr4Rows;
-};
+const QStringList drams{"DDR4", "LPDDR4"};
 
-QList<GroupTable> groupTables() {
-    return {{"CKE", &ckeComplianceTable(), 1, 0},   {"CA", &caComplianceTable(), 12, 4},
-            {"CK", &ckComplianceTable(), 41, 48},   {"DM", &dmComplianceTable(), 6, 4},
-            {"DQS", &dqsComplianceTable(), 42, 31}, {"DQ", &dqComplianceTable(), 18, 14}};
-}
+// Each table, the group that finds it and its size.
+const std::tuple<const char*, const ComplianceTable& (*)(), int> groups[] = {
+    {"CKE", ckeComplianceTable, 1}, {"CA", caComplianceTable, 16},   {"CK", ckComplianceTable, 89},
+    {"DM", dmComplianceTable, 10},  {"DQS", dqsComplianceTable, 73}, {"DQ", dqComplianceTable, 32}};
 
-int rowsOfDram(const ComplianceTable& table, const QString& dramType) {
-    int count = 0;
-    for (const ComplianceMeasurement& row : table) {
-        count += row.dramType == dramType ? 1 : 0;
+template <typename K, typename V>
+QList<QPair<K, V>> sortedPairs(const QMultiHash<K, V>& hash) {
+    QList<QPair<K, V>> pairs;
+    for (auto it = hash.cbegin(); it != hash.cend(); ++it) {
+        pairs.append({it.key(), it.value()});
     }
-    return count;
+    std::sort(pairs.begin(), pairs.end());
+    return pairs;
 }
-
-QSet<QString> namesOf(const QMultiHash<qint32, QString>& namesById) {
-    const QList<QString> names = namesById.values();
-    return QSet<QString>(names.begin(), names.end());
-}
-
-QSet<qint32> asSet(const QList<qint32>& ids) {
-    return QSet<qint32>(ids.begin(), ids.end());
-}
-
-const QStringList dramTypes = {"DDR4", "LPDDR4"};
 
 }  // namespace
 
-TEST(ComplianceTables, EveryRowIsThereOnceUnderItsId) {
-    int ddr4 = 0;
-    int lpddr4 = 0;
-    QHash<qint32, int> tablesHoldingId;
-    for (const GroupTable& group : groupTables()) {
-        SCOPED_TRACE(group.group);
-        // A table smaller than its two row lists means an id was entered twice and lost a row.
-        EXPECT_EQ(group.table->size(), group.ddr4Rows + group.lpddr4Rows);
-        EXPECT_EQ(rowsOfDram(*group.table, "DDR4"), group.ddr4Rows);
-        EXPECT_EQ(rowsOfDram(*group.table, "LPDDR4"), group.lpddr4Rows);
-        for (auto row = group.table->cbegin(); row != group.table->cend(); ++row) {
+TEST(ComplianceTables, EveryRowIsReachableByItsLookupsUnderItsGroupOnly) {
+    QHash<qint32, int> tablesOfId;
+    for (const auto& [group, tableOf, size] : groups) {
+        SCOPED_TRACE(group);
+        const ComplianceTable& table = tableOf();
+        EXPECT_EQ(table.size(), size);
+        for (auto row = table.cbegin(); row != table.cend(); ++row) {
             EXPECT_EQ(row.key(), row->id);
-            EXPECT_TRUE(row->description.startsWith("Description:\n")) << row->id;
-            EXPECT_FALSE(row->name.isEmpty()) << row->id;
-            EXPECT_TRUE(row->operationMode >= 0 && row->operationMode <= 2) << row->id;
-            ++tablesHoldingId[row->id];
-        }
-        ddr4 += group.ddr4Rows;
-        lpddr4 += group.lpddr4Rows;
-    }
-    EXPECT_EQ(ddr4, 120);
-    EXPECT_EQ(lpddr4, 101);
-    // Only 503004 stands in two tables, as a DQ row and as a DQS row.
-    QList<qint32> shared;
-    for (auto id = tablesHoldingId.cbegin(); id != tablesHoldingId.cend(); ++id) {
-        if (id.value() > 1) {
-            shared.append(id.key());
-        }
-    }
-    EXPECT_EQ(shared, QList<qint32>{503004});
-}
-
-TEST(ComplianceLookups, TwinNamesYieldAllTheirIds) {
-    const struct {
-        const char* group;
-        const char* dramType;
-        const char* name;
-        QList<qint32> ids;
-    } twins[] = {
-        {"CK", "DDR4", "VSEH(CK)", {10333, 10337}},
-        {"CK", "DDR4", "VSEL(CK)", {10334, 10338}},
-        {"DQS", "DDR4", "VSEH(DQS)", {10331, 10335}},
-        {"DQS", "DDR4", "VSEL(DQS)", {10332, 10336}},
-        {"CK", "DDR4", "Undershoot area (Min Abs Level) (CK)", {103028, 103033}},
-        {"DQS", "DDR4", "Overshoot amplitude (DQS)", {103006, 103012}},
-        {"CK", "LPDDR4", "Vinse_CK_High", {50339, 50341}},
-        {"CK", "LPDDR4", "Vinse_CK_Low", {50340, 50342}},
-        {"CK", "LPDDR4", "Undershoot area (CK)", {503019, 503023}},
-        {"DQS", "LPDDR4", "Overshoot amplitude (DQS)", {503004, 503008}},
-        {"A", "LPDDR4", "Undershoot amplitude (CA)", {50361, 50362}},
-    };
-    for (const auto& twin : twins) {
-        SCOPED_TRACE(twin.name);
-        EXPECT_EQ(asSet(complianceIdsWithName(twin.group, twin.dramType, twin.name)),
-                  asSet(twin.ids));
-    }
-    // The list follows the table's own order.
-    QList<qint32> inTableOrder;
-    for (const ComplianceMeasurement& row : ckComplianceTable()) {
-        if (row.id == 10333 || row.id == 10337) {
-            inTableOrder.append(row.id);
-        }
-    }
-    EXPECT_EQ(complianceIdsWithName("CK", "DDR4", "VSEH(CK)"), inTableOrder);
-    EXPECT_TRUE(complianceIdsWithName("CK", "LPDDR4", "VIX(CK)").isEmpty());
-    // Picking a twin name offers both ids at once, in either strobe mode.
-    EXPECT_EQ(complianceIdsByNameFor("CK", "DDR4", 1, 0).values("VSEL(CK)").size(), 2);
-}
-
-TEST(ComplianceLookups, FilterByCycleDramTypeAndStrobeMode) {
-    // {group, DRAM type, cycle, strobe mode, rows offered}
-    const struct {
-        const char* group;
-        const char* dramType;
-        int operationMode;
-        int dqsSignalMode;
-        int offered;
-    } cases[] = {
-        {"DQ", "DDR4", 0, 0, 16},
-        {"DQ", "DDR4", 0, 1, 18},
-        {"DQ", "DDR4", 1, 0, 6},
-        {"DQ", "DDR4", 1, 1, 6},
-        {"DQ", "LPDDR4", 0, 0, 9},
-        {"DQ", "LPDDR4", 1, 1, 5},
-        {"CK", "DDR4", 0, 0, 41},
-        {"CK", "DDR4", 1, 1, 41},
-        {"CK", "LPDDR4", 0, 0, 28},
-        {"CK", "LPDDR4", 1, 1, 48},
-        {"CKE", "DDR4", 1, 0, 1},
-        {"CKE", "LPDDR4", 0, 1, 0},
-        {"DQS", "DDR4", 1, 0, 28},
-        {"DQS", "DDR4", 1, 1, 31},
-        {"DQS", "LPDDR4", 0, 1, 19},
-        // A cycle outside 0 and 1 still keeps the rows valid in both cycles.
-        {"DQ", "DDR4", 7, 1, 6},
-        {"DQ", "LPDDR4", -1, 0, 5},
-        // Any non-zero strobe mode counts as bursting.
-        {"DQ", "DDR4", 0, 2, 18},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(::testing::Message() << c.group << " " << c.dramType << " mode "
-                                          << c.operationMode << " strobe " << c.dqsSignalMode);
-        const QMultiHash<qint32, QString> names =
-            complianceNamesFor(c.group, c.dramType, c.operationMode, c.dqsSignalMode);
-        EXPECT_EQ(names.size(), c.offered);
-        // The three filtered lookups keep the same rows.
-        const QMultiHash<QString, qint32> ids =
-            complianceIdsByNameFor(c.group, c.dramType, c.operationMode, c.dqsSignalMode);
-        EXPECT_EQ(asSet(ids.values()), asSet(names.keys()));
-        EXPECT_EQ(ids.size(), c.offered);
-        EXPECT_EQ(
-            complianceDescriptionsFor(c.group, c.dramType, c.operationMode, c.dqsSignalMode).size(),
-            c.offered);
-    }
-    const QSet<QString> ddr4ReadContinuous = namesOf(complianceNamesFor("DQ", "DDR4", 0, 0));
-    EXPECT_FALSE(ddr4ReadContinuous.contains("tHZDQ") || ddr4ReadContinuous.contains("tLZDQ"));
-    const QSet<QString> dqsWriteContinuous = namesOf(complianceNamesFor("DQS", "DDR4", 1, 0));
-    for (const char* burstOnly : {"tDQSS", "tWPRE", "tWPST"}) {
-        EXPECT_FALSE(dqsWriteContinuous.contains(burstOnly)) << burstOnly;
-    }
-    for (const QString& name : namesOf(complianceNamesFor("DQS", "LPDDR4", 0, 0))) {
-        EXPECT_FALSE(name.contains("shoot")) << name.toStdString();
-    }
-    for (int operationMode : {0, 1}) {
-        for (int dqsSignalMode : {0, 1}) {
-            EXPECT_EQ(complianceNamesFor("DM", "DDR4", operationMode, dqsSignalMode).size(), 6);
-            EXPECT_EQ(complianceNamesFor("DM", "LPDDR4", operationMode, dqsSignalMode).size(), 4);
-            EXPECT_EQ(complianceNamesFor("CA", "LPDDR4", operationMode, dqsSignalMode).size(), 4);
-            for (const QString& dramType : dramTypes) {
-                EXPECT_EQ(complianceNamesFor("A", dramType, operationMode, dqsSignalMode),
-                          complianceNamesFor("CA", dramType, operationMode, dqsSignalMode));
+            EXPECT_EQ(complianceName(group, row->id), row->name);
+            EXPECT_TRUE(hasCompliance(group, row->id));
+            QList<qint32> twins;  // every id of the DRAM type with this name, in the table's order
+            for (const ComplianceMeasurement& other : table) {
+                if (other.name == row->name && other.dramType == row->dramType) {
+                    twins.append(other.id);
+                }
             }
+            EXPECT_EQ(complianceIdsWithName(group, row->dramType, row->name), twins);
+            ++tablesOfId[row->id];
         }
     }
+    EXPECT_EQ(tablesOfId.size(), 220);  // 221 rows; only 503004 stands in two tables
+    EXPECT_EQ(tablesOfId.key(2), 503004);
+    // A group holds only its own ids; "A" is another name of "CA".
+    EXPECT_TRUE(complianceName("DQ", 30206).isEmpty());
+    EXPECT_FALSE(hasCompliance("CKE", 10311));
+    EXPECT_TRUE(hasCompliance("A", 10311));
 }
 
-TEST(ComplianceLookups, DmGroupIsFoundByContainingOrByEquality) {
-    // A group that merely contains "DM" reaches the DM rows through two lookups only.
-    EXPECT_EQ(complianceDescriptionsFor("DM_x", "DDR4", 0, 0).size(), 6);
-    EXPECT_EQ(complianceIdsByNameFor("xDMx", "LPDDR4", 1, 1).size(), 4);
-    EXPECT_EQ(complianceDescriptionsFor("DM_x", "DDR4", 0, 0).value("Overshoot amplitude (DM)"),
-              "Description:\nPeak amplitude of AC overshoot");
-    EXPECT_TRUE(complianceNamesFor("DM_x", "DDR4", 0, 0).isEmpty());
-    EXPECT_TRUE(complianceIdsWithName("DM_x", "DDR4", "Overshoot amplitude (DM)").isEmpty());
-    EXPECT_FALSE(hasCompliance("DM_x", 103018));
-    EXPECT_TRUE(complianceName("DM_x", 103018).isEmpty());
+TEST(ComplianceLookups, FiltersKeepTheRowsOfTheirCycleDramTypeAndStrobeMode) {
+    // A signal type, the table it finds, and whether the lookups that want "DM" itself (not just
+    // a type containing it) find that table too.
+    // clang-format off
+    const std::tuple<const char*, const ComplianceTable*, bool> types[] = {
+        {"DQ", &dqComplianceTable(), true}, {"DQS", &dqsComplianceTable(), true},
+        {"DM", &dmComplianceTable(), true}, {"DM_n", &dmComplianceTable(), false},
+        {"CA", &caComplianceTable(), true}, {"A", &caComplianceTable(), true},
+        {"CK", &ckComplianceTable(), true}, {"CKE", &ckeComplianceTable(), true},
+        {"CK_t", nullptr, false}, {"CS_n", nullptr, false}, {"ODT", nullptr, false},
+        {"DBI", nullptr, false}, {"dq", nullptr, false}};
+    // clang-format on
+    for (const auto& [type, table, equalFinds] : types) {
+        for (int i = 0; i < 24; ++i) {  // both DRAM types, cycles -1 to 2, strobe modes 0 to 2
+            const QString dram = drams[i % 2];
+            const int mode = i / 2 % 4 - 1, dqs = i / 8;
+            SCOPED_TRACE(::testing::Message() << type << " " << dram.toStdString() << " mode "
+                                              << mode << " strobe " << dqs);
+            QMultiHash<qint32, QString> names;
+            QMultiHash<QString, qint32> ids;
+            QMultiHash<QString, QString> descriptions;
+            for (const ComplianceMeasurement& row : table ? *table : ComplianceTable()) {
+                if ((row.operationMode == mode || row.operationMode == 2) && row.dramType == dram &&
+                    (dqs != 0 || row.continuousAllowed)) {
+                    ids.insert(row.name, row.id);
+                    descriptions.insert(row.name, row.description);
+                    if (equalFinds) {
+                        names.insert(row.id, row.name);
+                    }
+                }
+            }
+            EXPECT_EQ(sortedPairs(complianceNamesFor(type, dram, mode, dqs)), sortedPairs(names));
+            EXPECT_EQ(sortedPairs(complianceIdsByNameFor(type, dram, mode, dqs)), sortedPairs(ids));
+            EXPECT_EQ(sortedPairs(complianceDescriptionsFor(type, dram, mode, dqs)),
+                      sortedPairs(descriptions));
+        }
+    }
+    // The rule drops rows: a continuous strobe and a cycle each narrow the DDR4 DQ rows.
+    EXPECT_EQ(complianceNamesFor("DQ", "DDR4", 0, 0).size(), 16);
+    EXPECT_EQ(complianceNamesFor("DQ", "DDR4", 1, 1).size(), 6);
+}
 
-    EXPECT_EQ(complianceIdsWithName("DM", "DDR4", "Overshoot amplitude (DM)"),
-              QList<qint32>{103018});
-    EXPECT_TRUE(hasCompliance("DM", 503012));
-    EXPECT_EQ(complianceName("DM", 103023), "Undershoot area (VSSQ to Min Abs Level) (DM)");
+TEST(SpeedGradeDefaults, DataRateSelectsItsGradeOrTheNextOneUp) {
+    // Each rate and the column it reads.
+    const std::pair<int, int> cases[] = {
+        {INT_MIN, 1600}, {0, 1600},    {1600, 1600}, {1601, 1866}, {1865, 1866},   {1866, 1866},
+        {1867, 2133},    {2132, 2133}, {2133, 2133}, {2134, 2400}, {2399, 2400},   {2400, 2400},
+        {2401, 2666},    {2665, 2666}, {2666, 2666}, {2667, 2933}, {2932, 2933},   {2933, 2933},
+        {2934, 3200},    {3199, 3200}, {3200, 3200}, {3201, 3200}, {INT_MAX, 3200}};
+    EXPECT_EQ(thresholdDefaultsBySpeedGrade().size(), 7);
+    for (const auto& [rate, grade] : cases) {
+        SCOPED_TRACE(rate);
+        EXPECT_EQ(thresholdSpeedGrade(rate), grade);
+        const QHash<QString, QString> column = thresholdDefaultsBySpeedGrade().value(grade);
+        EXPECT_EQ(column.size(), 28);
+        for (auto value = column.cbegin(); value != column.cend(); ++value) {
+            EXPECT_EQ(thresholdDefault(rate, value.key()), value.value());
+        }
+        EXPECT_TRUE(thresholdDefault(rate, "vih_dq").isEmpty());
+    }
 }

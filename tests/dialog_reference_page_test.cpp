@@ -1,340 +1,198 @@
-// The "Select Reference Signal" tab: the reference every signal gets when the dialog opens, the
-// signal-measurement pairs, their titles and colours, what may serve as reference, and moving
-// references in and out.
+// The "Select Reference Signal" tab and the reference tab of the write-leveling route: the
+// reference every signal gets when the dialog opens, what may serve as reference, moving
+// references, and the red marking of pairs without one. Steps are rows "<op><path>|<state>": op
+// "." does nothing, "=" picks a signal, "~" a measurement, "+" adds the reference at the path, "-"
+// removes it; an empty path leaves no item current.
 
 #include <gtest/gtest.h>
 
-#include <QGroupBox>
-#include <QPushButton>
-#include <QRegularExpression>
-#include <QTabWidget>
-#include <QTreeWidget>
+#include <QCheckBox>
 
-#include "support/DialogFixture.h"
 #include "support/SelectionPages.h"
 
-using lanetap_test::busDesign;
-using lanetap_test::childTexts;
-using lanetap_test::choose;
-using lanetap_test::itemAt;
-using lanetap_test::leafKeys;
-using lanetap_test::OpenDialog;
-using lanetap_test::storedReferenceMap;
+using namespace lanetap_test;
 
 namespace {
-
-constexpr int skewId = 1;
-
-// A DDR part on channel 0 whose pins ("DQ13", "DQS_t1", "DM_n1", ...) each have a net of their
-// own and sit on the designator `refDes`.
-QString ddrPart(const QString& name, const QString& cell, const QString& refDes,
-                const QString& parameters, const QStringList& pins) {
-    QStringList terminals;
-    QStringList ports;
-    for (const QString& pin : pins) {
-        QString family = pin;
-        family.remove(QRegularExpression("\\d+$"));
-        terminals << QString(R"({"name":"%1","net":"n_%2_%1"})").arg(pin, name);
-        ports << QString(R"({"port":"%1","pin":"%1","refDes":"%2","channel":0,)"
-                         R"("signal":"%3","index":%4})")
-                     .arg(pin, refDes, family, pin.mid(family.size()));
-    }
-    return QString(
-               R"({"name":"%1","cell":"%2","parameters":{%3},"terminals":[%4],"ddrPorts":[%5]})")
-        .arg(name, cell, parameters, terminals.join(","), ports.join(","));
-}
-
-const QStringList strobes{"DQS_t0", "DQS_t1", "DQS_t2", "DQS_t3"};
 
 // Four memories whose designators are organised in every way the strobe numbering knows. The
 // controller, first in the design, makes U2 and U4 four bits wide with odd strobes; memory U2,
 // read later, makes U2 eight bits wide with even strobes again. U4 is known to the controller
 // alone. Clocks stand at U1 (CK0) and U2 (CK1); U3 has none.
-QByteArray layoutDesign() {
-    const QString controller =
-        ddrPart("C1", "DDR_Controller", "C1",
-                R"("RefDesName":"U4 U2","RefDesDQM":"x4 x4","DQSIndex":"Odd",)"
-                R"("SimulationMode":"transient","DataMode":"read")",
-                {});
-    const QString u1 = ddrPart("M1", "DDR_Memory", "U1",
-                               R"("RefDesName":"U1","RefDesDQM":"x8","Tdqs":"yes",)"
-                               R"("DQSIndex":"Continuous")",
-                               strobes + QStringList{"DQ13", "A0", "CKE0", "CK_t0"});
-    const QString u2 =
-        ddrPart("M2", "DDR_Memory", "U2",
-                R"("RefDesName":"U2","RefDesDQM":"x8","Tdqs":"yes","DQSIndex":"Even")",
-                strobes + QStringList{"DQ13", "A0", "CK_t1"});
-    const QString u3 =
-        ddrPart("M3", "DDR_Memory", "U3",
-                R"("RefDesName":"U3","RefDesDQM":"x8","Tdqs":"yes","DQSIndex":"Odd")",
-                strobes + QStringList{"DQ13", "DM_n1", "A0"});
-    const QString u4 =
-        ddrPart("M4", "DDR_Memory", "U4", R"("RefDesName":"")", strobes + QStringList{"DQ13"});
-    return lanetap_test::designText(
-        {controller, u1, u2, u3, u4,
-         lanetap_test::probeInstance("X1", R"("TabWidgetTabNumber":"4")")});
+QByteArray layoutDesign(const QString& probeParameters) {
+    const QStringList strobes{"DQS_t0", "DQS_t1", "DQS_t2", "DQS_t3", "DQ13"};
+    const QString memory = R"("RefDesName":"%1","RefDesDQM":"x8","Tdqs":"yes","DQSIndex":"%2")";
+    return designText({ddrPart("C1", "DDR_Controller", "C1",
+                               R"("RefDesName":"U4 U2","RefDesDQM":"x4 x4","DQSIndex":"Odd",)"
+                               R"("SimulationMode":"transient","DataMode":"read")",
+                               {}),
+                       ddrPart("M1", "DDR_Memory", "U1", memory.arg("U1", "Continuous"),
+                               strobes + QStringList{"A0", "CKE0", "CK_t0"}),
+                       ddrPart("M2", "DDR_Memory", "U2", memory.arg("U2", "Even"),
+                               strobes + QStringList{"A0", "CK_t1"}),
+                       ddrPart("M3", "DDR_Memory", "U3", memory.arg("U3", "Odd"),
+                               strobes + QStringList{"DM_n1", "A0"}),
+                       ddrPart("M4", "DDR_Memory", "U4", R"("RefDesName":"")", strobes),
+                       probeInstance("X1", probeParameters)});
 }
 
-QTreeWidgetItem* itemWithKey(QTreeWidgetItem* item, const QString& key) {
-    if (item->parent() && item->text(2) == key) {
-        return item;
-    }
-    for (int i = 0; i < item->childCount(); ++i) {
-        if (QTreeWidgetItem* found = itemWithKey(item->child(i), key)) {
-            return found;
-        }
-    }
-    return nullptr;
+const QString pairTitle = "Select Reference Signal for Selected Signal ID-Measurement Pair: ";
+const QString noSignalTitle = "Select Signal ID from Selected Signal Tree";
+
+// A tree of a reference tab by op, on the write-leveling route or the other.
+QString refTree(bool leveling, int op) {
+    const char* trees[] = {"", "SelectedSignalTree", "SelectedMeasurementTree",
+                           "AvailableRefSignalTree", "SelectedRefSignalTree"};
+    return (leveling ? "wlSelectRefSignal" : "selectRefSignal") + QString(trees[op]);
 }
 
-// The colour a column was given, invalid while it has none.
-QColor colourOf(const QTreeWidgetItem* item, int column) {
-    const QBrush brush = item->foreground(column);
-    return brush.style() == Qt::NoBrush ? QColor() : brush.color();
+// Runs the op of a step and gives its op back.
+QString run(Pages& pages, bool leveling, const QString& step) {
+    const QString op = step.section('|', 0, 0);
+    const int kind = QString(".=~+-").indexOf(op[0]);
+    const char* buttons[] = {"", "addRefSignalButton", "removeRefSignalButton",
+                             "wlAddRefSignalButton", "wlRemoveRefSignalButton"};
+    if (kind > 0) {
+        pages.act(refTree(leveling, kind), op.mid(1).split('/', Qt::SkipEmptyParts),
+                  buttons[kind < 3 ? 0 : kind - 2 + (leveling ? 2 : 0)]);
+    }
+    return op;
 }
 
-// The reference tab and the two tabs before it of a dialog opened with every tab unlocked.
-struct ReferenceTab {
-    explicit ReferenceTab(OpenDialog& dialog) : opened(dialog) {}
-
-    void enter() { tabs->setCurrentIndex(3); }
-
-    // Adds a measurement on the measurement tab to the item at `path` of its signal tree.
-    void addMeasurement(const QStringList& path, const QString& name) {
-        tabs->setCurrentIndex(2);
-        ASSERT_TRUE(choose(opened.find<QTreeWidget>("selectMeasurementSelectedSignalTree"), path));
-        ASSERT_TRUE(
-            choose(opened.find<QTreeWidget>("selectMeasurementAvailableMeasurementTree"), {name}));
-        opened.find<QPushButton>("addMeasurementButton")->click();
+QString topLevel(QTreeWidget* tree) {
+    QStringList texts;
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        texts << tree->topLevelItem(i)->text(0);
     }
-
-    QTreeWidgetItem* signal(const QString& key) {
-        return itemWithKey(signals->invisibleRootItem(), key);
-    }
-    void chooseSignal(const QString& key) {
-        QTreeWidgetItem* item = signal(key);
-        ASSERT_NE(item, nullptr) << key.toStdString();
-        signals->setCurrentItem(item);
-    }
-    void chooseMeasurement(const QString& name) { ASSERT_TRUE(choose(measurements, {name})); }
-
-    // Makes the item at `path` of a reference tree current and presses the button under it.
-    void move(QTreeWidget* from, const QStringList& path) {
-        ASSERT_TRUE(choose(from, path)) << path.join("/").toStdString();
-        opened
-            .find<QPushButton>(from == available ? "addRefSignalButton" : "removeRefSignalButton")
-            ->click();
-    }
-
-    QString title() const { return group->title(); }
-    bool referenceTreesEmpty() const {
-        return available->topLevelItemCount() == 0 && selected->topLevelItemCount() == 0;
-    }
-    // The references of one pair as Apply stores them.
-    QSet<QString> storedReferences(const QString& key, int id) {
-        opened.find<QPushButton>("applyButton")->click();
-        return storedReferenceMap(opened.stored("SelectedMeasurementsRefSignalListMap"))
-            .value(key)
-            .value(id);
-    }
-
-    OpenDialog& opened;
-    QTabWidget* tabs = opened.find<QTabWidget>("measurementTabs");
-    QTreeWidget* signals = opened.find<QTreeWidget>("selectRefSignalSelectedSignalTree");
-    QTreeWidget* measurements = opened.find<QTreeWidget>("selectRefSignalSelectedMeasurementTree");
-    QTreeWidget* available = opened.find<QTreeWidget>("selectRefSignalAvailableRefSignalTree");
-    QTreeWidget* selected = opened.find<QTreeWidget>("selectRefSignalSelectedRefSignalTree");
-    QGroupBox* group = opened.find<QGroupBox>("RefSignalSelectionGroup");
-};
-
-// The layout design with every signal selected and "Skew" chosen for every signal type, on the
-// reference tab.
-struct SkewEverywhere {
-    SkewEverywhere() {
-        opened.find<QTabWidget>("measurementTabs")->setCurrentIndex(1);
-        auto* available = opened.find<QTreeWidget>("selectSignalAvailableSignalTree");
-        while (available->topLevelItemCount() > 0) {
-            available->setCurrentItem(available->topLevelItem(0));
-            opened.find<QPushButton>("addSignalButton")->click();
-        }
-        for (const char* type : {"A", "CK", "CKE", "DM", "DQ", "DQS"}) {
-            tab.addMeasurement({type}, "Skew");
-        }
-        tab.enter();
-    }
-    // The references "Skew" of the signal starts with.
-    QSet<QString> defaultsOf(const QString& key) {
-        tab.chooseSignal(key);
-        EXPECT_EQ(tab.measurements->currentItem() ? tab.measurements->currentItem()->text(0) : "",
-                  "Skew");
-        return leafKeys(tab.selected);
-    }
-
-    OpenDialog opened{layoutDesign()};
-    ReferenceTab tab{opened};
-};
+    return texts.join(" ");
+}
 
 }  // namespace
 
+// Every signal selected with "Skew" chosen for its type: Apply stores the default references.
 TEST(DefaultReferences, StrobesFollowWidthAndNumberingAndCommandsTheirNodesClock) {
-    SkewEverywhere page;
+    Pages pages(layoutDesign(R"("TabWidgetTabNumber":"4")"));
+    pages.tab(1);
+    for (const char* type : {"A", "CK", "CKE", "DM", "DQ", "DQS"}) {
+        pages.act("selectSignalAvailableSignalTree", {type}, "addSignalButton");
+    }
+    pages.tab(2);
+    for (const char* type : {"A", "CK", "CKE", "DM", "DQ", "DQS"}) {
+        pages.act("selectMeasurementSelectedSignalTree", {type});
+        pages.act("selectMeasurementAvailableMeasurementTree", {"Skew"}, "addMeasurementButton");
+    }
+    pages.press("applyButton");
     // DQ13 is in the second byte: strobe 1 counted continuously, 2 among even and 3 among odd
-    // strobes. Four bits wide it is in the fourth nibble, strobe 3, whatever the numbering.
-    EXPECT_EQ(page.defaultsOf("DQ_Ch0_U1_DQ13"), QSet<QString>{"DQS_Ch0_U1_DQS1"});
-    EXPECT_EQ(page.defaultsOf("DQ_Ch0_U2_DQ13"), QSet<QString>{"DQS_Ch0_U2_DQS2"});
-    EXPECT_EQ(page.defaultsOf("DQ_Ch0_U3_DQ13"), QSet<QString>{"DQS_Ch0_U3_DQS3"});
-    EXPECT_EQ(page.defaultsOf("DQ_Ch0_U4_DQ13"), QSet<QString>{"DQS_Ch0_U4_DQS3"});
-    // A data mask counts its own index as the byte: mask 1 with odd strobes is strobe 3.
-    EXPECT_EQ(page.defaultsOf("DM_Ch0_U3_DM1"), QSet<QString>{"DQS_Ch0_U3_DQS3"});
-    // Command signals and strobes take the clock at their node, whatever its number.
-    EXPECT_EQ(page.defaultsOf("A_Ch0_U1_A0"), QSet<QString>{"CK_Ch0_U1_CK0"});
-    EXPECT_EQ(page.defaultsOf("CKE_Ch0_U1_CKE0"), QSet<QString>{"CK_Ch0_U1_CK0"});
-    EXPECT_EQ(page.defaultsOf("A_Ch0_U2_A0"), QSet<QString>{"CK_Ch0_U2_CK1"});
-    EXPECT_EQ(page.defaultsOf("DQS_Ch0_U2_DQS3"), QSet<QString>{"CK_Ch0_U2_CK1"});
-    // A clock refers to itself.
-    EXPECT_EQ(page.defaultsOf("CK_Ch0_U2_CK1"), QSet<QString>{"CK_Ch0_U2_CK1"});
+    // strobes; four bits wide it is in the fourth nibble. A mask's index is its byte. Commands and
+    // strobes take the clock at their node, or CK0 there, which U3 and U4 lack; a clock is its own.
+    QStringList expected =
+        QString(
+            "DQ_Ch0_U1_DQ13 1 DQS_Ch0_U1_DQS1,DQ_Ch0_U2_DQ13 1 DQS_Ch0_U2_DQS2,"
+            "DQ_Ch0_U3_DQ13 1 DQS_Ch0_U3_DQS3,DQ_Ch0_U4_DQ13 1 DQS_Ch0_U4_DQS3,"
+            "DM_Ch0_U3_DM1 1 DQS_Ch0_U3_DQS3,A_Ch0_U1_A0 1 CK_Ch0_U1_CK0,A_Ch0_U2_A0 1 "
+            "CK_Ch0_U2_CK1,"
+            "CKE_Ch0_U1_CKE0 1 CK_Ch0_U1_CK0,A_Ch0_U3_A0 1,CK_Ch0_U1_CK0 1 CK_Ch0_U1_CK0,"
+            "CK_Ch0_U2_CK1 1 CK_Ch0_U2_CK1")
+            .split(',');
+    for (int strobe = 0; strobe < 4; ++strobe) {
+        const QString key = QString("DQS_Ch0_%2_DQS%1 1").arg(strobe);
+        expected << key.arg("U1") + " CK_Ch0_U1_CK0" << key.arg("U2") + " CK_Ch0_U2_CK1"
+                 << key.arg("U3") << key.arg("U4");
+    }
+    expected.sort();
+    EXPECT_EQ(canonical(pages.stored("SelectedMeasurementsRefSignalListMap"), 2),
+              expected.join(","));
 
-    // Without a clock at its node a command signal looks for CK0 there, which U3 lacks too: its
-    // "Skew" has no reference and shows red, as does the signal's whole row.
-    EXPECT_TRUE(page.defaultsOf("A_Ch0_U3_A0").isEmpty());
-    QTreeWidgetItem* unreferenced = page.tab.signal("A_Ch0_U3_A0");
-    EXPECT_EQ(colourOf(unreferenced, 0), QColor(Qt::red));
-    EXPECT_EQ(colourOf(unreferenced, 1), QColor(Qt::red));
-    EXPECT_EQ(colourOf(page.tab.measurements->topLevelItem(0), 0), QColor(Qt::red));
+    pages.tab(3);
+    // Data and command signals exclude each other as references; a clock takes any type but its
+    // own record, which it has selected.
+    QStringList offered;
+    for (const char* signal : {"=DQ/Ch0/U1/DQ13", "=CKE/Ch0/U1/CKE0", "=CK/Ch0/U1/CK0"}) {
+        run(pages, false, signal);
+        offered << topLevel(pages.tree(refTree(false, 3)));
+    }
+    EXPECT_EQ(offered.join("|") + "|" + dump(pages.tree(refTree(false, 3)), {"CK"}),
+              "CK DM DQ DQS|A CK CKE DM|A CK CKE DM DQ DQS|CK(Ch0(U2(CK1[M2])))");
 }
 
-TEST(ReferenceCandidates, DataAndCommandSignalsExcludeEachOtherWhileClocksTakeAnything) {
-    SkewEverywhere page;
-    page.tab.chooseSignal("DQ_Ch0_U1_DQ13");
-    EXPECT_EQ(childTexts(page.tab.available), (QStringList{"CK", "DM", "DQ", "DQS"}));
-    // The signal itself is a candidate.
-    EXPECT_TRUE(leafKeys(page.tab.available).contains("DQ_Ch0_U1_DQ13"));
-
-    page.tab.chooseSignal("DM_Ch0_U3_DM1");
-    EXPECT_EQ(childTexts(page.tab.available), (QStringList{"CK", "DM", "DQ", "DQS"}));
-
-    page.tab.chooseSignal("CKE_Ch0_U1_CKE0");
-    EXPECT_EQ(childTexts(page.tab.available), (QStringList{"A", "CK", "CKE", "DM"}));
-    page.tab.chooseSignal("A_Ch0_U2_A0");
-    EXPECT_EQ(childTexts(page.tab.available), (QStringList{"A", "CK", "CKE", "DM"}));
-
-    page.tab.chooseSignal("CK_Ch0_U1_CK0");
-    EXPECT_EQ(childTexts(page.tab.available), (QStringList{"A", "CK", "CKE", "DM", "DQ", "DQS"}));
-    // Its own record is selected already and so no longer offered.
-    EXPECT_FALSE(leafKeys(page.tab.available).contains("CK_Ch0_U1_CK0"));
+// Signals | measurements | selected references | title | group enabled | stored references.
+TEST(ReferenceMoves, PairsTitlesColoursAndStoredReferencesFollowEachMove) {
+    Pages pages(
+        busDesign(R"("TabWidgetTabNumber":"4",)"
+                  R"("SelectedSignalList":"DQ_Ch0_U2_DQ2,DQ_Ch0_U2_DQ17,DQ_Ch0_U2_DQ10,",)"
+                  R"("SelectedMeasurementsListMap":"DQ_Ch0_U2_DQ2 1 3 ,DQ_Ch0_U2_DQ17 1 ,",)"
+                  R"("SelectedMeasurementsRefSignalListMap":"DQ_Ch0_U2_DQ2 1 DQS_Ch0_U2_DQS0 ,")"));
+    pages.tab(3);
+    const QString dq2 = "DQ_Ch0_U2_DQ2 1 DQS_Ch0_U2_DQS0";
+    const QString red = "|DQ(Ch0(U2(DQ2!kg DQ10 DQ17!rr)))|";
+    const QString black = "|DQ(Ch0(U2(DQ2!kg DQ10 DQ17!kg)))|Skew!k-|";
+    const QString dq17 = "|" + pairTitle + "DQ_Ch0_U2_DQ17 - Skew|on|DQ_Ch0_U2_DQ17 1";
+    const QString clocks = "CK(Ch0(U1(CK0) U2(CK0)))" + dq17 + " CK_Ch0_U1_CK0 CK_Ch0_U2_CK0";
+    const QStringList steps{
+        "." + red +
+            "Eye Skew!k-||No Reference Signal required for Selected Signal "
+            "ID-Measurement Pair: DQ_Ch0_U2_DQ2-Eye|off|" +
+            dq2,
+        "~Skew" + red + "Eye Skew!k-|DQS(Ch0(U2(DQS0)))|" + pairTitle + "DQ_Ch0_U2_DQ2 - Skew|on|" +
+            dq2,
+        "=DQ/Ch0/U2/DQ10" + red + "||Select a Measurement from Selected Measurement Tree for " +
+            "Selected Signal ID: DQ_Ch0_U2_DQ10|on|" + dq2,
+        "=DQ/Ch0/U2/DQ17" + red + "Skew!r-||" + pairTitle + "DQ_Ch0_U2_DQ17 - Skew|on|" + dq2,
+        "+DQS/Ch0/U2/DQS1" + black + "DQS=(Ch0=(U2=(DQS1)))" + dq17 + " DQS_Ch0_U2_DQS1," + dq2,
+        "-DQS" + red + "Skew!r-|" + dq17 + "," + dq2,
+        "+CK" + black + "CK(Ch0(U1(CK0) U2(CK0)) Ch1(U1(CK0) U2(CK0)))" + dq17 +
+            " CK_Ch0_U1_CK0 CK_Ch0_U2_CK0 CK_Ch1_U1_CK0 CK_Ch1_U2_CK0," + dq2,
+        "-CK/Ch1" + black + clocks + "," + dq2,
+        "+" + black + clocks + "," + dq2,
+        "=DQ|DQ(Ch0(U2(DQ2!kg DQ10 DQ17!kg)))|||" + noSignalTitle + "|on|" +
+            clocks.section('|', -1) + "," + dq2,
+    };
+    for (const QString& step : steps) {
+        const QString op = run(pages, false, step);
+        pages.press("applyButton");
+        EXPECT_EQ(QStringList(
+                      {op, dump(pages.tree(refTree(false, 1))), dump(pages.tree(refTree(false, 2))),
+                       dump(pages.tree(refTree(false, 4))), pages.title("RefSignalSelectionGroup"),
+                       pages.find<QWidget>("RefSignalSelectionGroup")->isEnabled() ? "on" : "off",
+                       canonical(pages.stored("SelectedMeasurementsRefSignalListMap"), 2)})
+                      .join("|"),
+                  step);
+    }
 }
 
-namespace {
-
-// DQ17 of U2 has no strobe DQS2 and so no default reference; DQ2 has its strobe DQS0.
-QByteArray storedSkewDesign() {
-    return busDesign(R"("TabWidgetTabNumber":"4",)"
-                     R"("SelectedSignalList":"DQ_Ch0_U2_DQ2,DQ_Ch0_U2_DQ17,DQ_Ch0_U2_DQ10,",)"
-                     R"("SelectedMeasurementsListMap":"DQ_Ch0_U2_DQ2 1 3 ,DQ_Ch0_U2_DQ17 1 ,")");
-}
-
-}  // namespace
-
-TEST(ReferenceMoves, AMissingReferenceShowsRedUntilOneIsAddedAndAgainWhenItGoes) {
-    OpenDialog opened(storedSkewDesign());
-    ReferenceTab tab(opened);
-    tab.enter();
-    // The first signal is current; DQ17, further down, is marked on entering all the same.
-    ASSERT_EQ(tab.signals->currentItem(), tab.signal("DQ_Ch0_U2_DQ2"));
-    QTreeWidgetItem* dq17 = tab.signal("DQ_Ch0_U2_DQ17");
-    ASSERT_NE(dq17, nullptr);
-    EXPECT_EQ(colourOf(dq17, 0), QColor(Qt::red));
-    EXPECT_EQ(colourOf(dq17, 1), QColor(Qt::red));
-    // A signal with no measurement keeps the colours of the tree.
-    QTreeWidgetItem* dq10 = tab.signal("DQ_Ch0_U2_DQ10");
-    EXPECT_EQ(colourOf(dq10, 0), QColor());
-    EXPECT_EQ(colourOf(dq10, 1), QColor(Qt::darkGreen));
-
-    tab.chooseSignal("DQ_Ch0_U2_DQ17");
-    EXPECT_EQ(tab.title(),
-              "Select Reference Signal for Selected Signal ID-Measurement Pair: DQ_Ch0_U2_DQ17 - "
-              "Skew");
-    EXPECT_TRUE(tab.group->isEnabled());
-    EXPECT_TRUE(leafKeys(tab.selected).isEmpty());
-    QTreeWidgetItem* skew = tab.measurements->topLevelItem(0);
-    EXPECT_EQ(colourOf(skew, 0), QColor(Qt::red));
-
-    tab.move(tab.available, {"DQS", "Ch0", "U2", "DQS1"});
-    EXPECT_EQ(leafKeys(tab.selected), QSet<QString>{"DQS_Ch0_U2_DQS1"});
-    EXPECT_FALSE(leafKeys(tab.available).contains("DQS_Ch0_U2_DQS1"));
-    EXPECT_EQ(colourOf(dq17, 0), QColor(Qt::black));
-    EXPECT_EQ(colourOf(dq17, 1), QColor(Qt::darkGreen));
-    EXPECT_EQ(colourOf(skew, 0), QColor(Qt::black));
-    EXPECT_EQ(tab.storedReferences("DQ_Ch0_U2_DQ17", skewId), QSet<QString>{"DQS_Ch0_U2_DQS1"});
-
-    tab.move(tab.selected, {"DQS", "Ch0", "U2", "DQS1"});
-    EXPECT_TRUE(leafKeys(tab.selected).isEmpty());
-    EXPECT_TRUE(leafKeys(tab.available).contains("DQS_Ch0_U2_DQS1"));
-    EXPECT_EQ(colourOf(dq17, 0), QColor(Qt::red));
-    EXPECT_EQ(colourOf(dq17, 1), QColor(Qt::red));
-    EXPECT_EQ(colourOf(skew, 0), QColor(Qt::red));
-    // The pair still needs a reference: its entry stays, empty.
-    opened.find<QPushButton>("applyButton")->click();
-    const auto stored = storedReferenceMap(opened.stored("SelectedMeasurementsRefSignalListMap"));
-    ASSERT_TRUE(stored.value("DQ_Ch0_U2_DQ17").contains(skewId));
-    EXPECT_TRUE(stored.value("DQ_Ch0_U2_DQ17").value(skewId).isEmpty());
-
-    // A whole type moves with all its leaves, a channel with its own.
-    tab.move(tab.available, {"CK"});
-    const QSet<QString> clocks{"CK_Ch0_U1_CK0", "CK_Ch1_U1_CK0", "CK_Ch0_U2_CK0", "CK_Ch1_U2_CK0"};
-    EXPECT_EQ(leafKeys(tab.selected), clocks);
-    EXPECT_EQ(itemAt(tab.available, {"CK"}), nullptr);
-    EXPECT_EQ(tab.storedReferences("DQ_Ch0_U2_DQ17", skewId), clocks);
-    EXPECT_EQ(colourOf(dq17, 0), QColor(Qt::black));
-
-    tab.move(tab.selected, {"CK", "Ch1"});
-    const QSet<QString> channel0{"CK_Ch0_U1_CK0", "CK_Ch0_U2_CK0"};
-    EXPECT_EQ(leafKeys(tab.selected), channel0);
-    EXPECT_EQ(tab.storedReferences("DQ_Ch0_U2_DQ17", skewId), channel0);
-
-    // With no current reference the buttons change nothing.
-    tab.available->setCurrentItem(nullptr);
-    opened.find<QPushButton>("addRefSignalButton")->click();
-    EXPECT_EQ(leafKeys(tab.selected), channel0);
-}
-
-TEST(ReferencePairs, GroupsLeavesAndReferenceFreeMeasurementsSetTreesTitleAndGroup) {
-    OpenDialog opened(storedSkewDesign());
-    ReferenceTab tab(opened);
-    tab.enter();
-    const QString skewTitle =
-        "Select Reference Signal for Selected Signal ID-Measurement Pair: DQ_Ch0_U2_DQ2 - Skew";
-
-    tab.chooseSignal("DQ_Ch0_U2_DQ2");
-    tab.chooseMeasurement("Skew");
-    EXPECT_TRUE(tab.group->isEnabled());
-    EXPECT_FALSE(tab.referenceTreesEmpty());
-    EXPECT_EQ(tab.title(), skewTitle);
-
-    // A signal without measurements has no pair.
-    tab.chooseSignal("DQ_Ch0_U2_DQ10");
-    EXPECT_EQ(tab.measurements->topLevelItemCount(), 0);
-    EXPECT_TRUE(tab.referenceTreesEmpty());
-    EXPECT_EQ(tab.title(),
-              "Select a Measurement from Selected Measurement Tree for Selected Signal ID: "
-              "DQ_Ch0_U2_DQ10");
-
-    // The first measurement in order, "Eye", needs no reference: the group is switched off.
-    tab.chooseSignal("DQ_Ch0_U2_DQ2");
-    EXPECT_EQ(childTexts(tab.measurements), (QStringList{"Eye", "Skew"}));
-    EXPECT_EQ(tab.measurements->currentItem()->text(0), "Eye");
-    EXPECT_FALSE(tab.group->isEnabled());
-    EXPECT_TRUE(tab.referenceTreesEmpty());
-    EXPECT_EQ(tab.title(),
-              "No Reference Signal required for Selected Signal ID-Measurement Pair: "
-              "DQ_Ch0_U2_DQ2-Eye");
-    tab.chooseMeasurement("Skew");
-    EXPECT_TRUE(tab.group->isEnabled());
-    EXPECT_EQ(tab.title(), skewTitle);
-
-    // A group item has no measurements and clears the pair.
-    ASSERT_TRUE(choose(tab.signals, {"DQ"}));
-    EXPECT_EQ(tab.measurements->topLevelItemCount(), 0);
-    EXPECT_TRUE(tab.referenceTreesEmpty());
-    EXPECT_EQ(tab.title(), "Select Signal ID from Selected Signal Tree");
+// The default reference comes back whenever a signal's write-leveling list is empty; only the
+// types found by what they contain (DM, CS, ...) lose candidates. Op | types offered | selected
+// references | title.
+TEST(WriteLeveling, DefaultReferenceReturnsToAnEmptyListAndOnlyMasksExcludeCandidates) {
+    Pages pages(layoutDesign(R"("WritelevelingSelectedSignalList":)"
+                             R"("DQ_Ch0_U1_DQ13,DM_Ch0_U3_DM1,A_Ch0_U3_A0,CKE_Ch0_U1_CKE0,")"));
+    pages.press("backButton");
+    pages.find<QCheckBox>("writeLevelingCheckBox")->setChecked(true);
+    pages.press("nextButton");
+    pages.press("nextButton");
+    const QString all = "|A CK CKE DM DQ DQS|";
+    const QString title = "|Select Reference Signal for Selected Signal: ";
+    const QString ck1 = "CK=(Ch0=(U2=(CK1[M2])))";
+    const QStringList steps{
+        ".|||" + noSignalTitle,
+        "=DQ/Ch0/U1/DQ13" + all + "DQS(Ch0(U1(DQS1[M1])))" + title + "DQ_Ch0_U1_DQ13",
+        "-DQS/Ch0/U1/DQS1" + all + title + "DQ_Ch0_U1_DQ13",
+        "=DM/Ch0/U3/DM1|CK DM DQ DQS|DQS(Ch0(U3(DQS3[M3])))" + title + "DM_Ch0_U3_DM1",
+        "=DQ/Ch0/U1/DQ13" + all + "DQS(Ch0(U1(DQS1[M1])))" + title + "DQ_Ch0_U1_DQ13",
+        "+CK/Ch0/U2/CK1" + all + "DQS(Ch0(U1(DQS1[M1]))) " + ck1 + title + "DQ_Ch0_U1_DQ13",
+        "-DQS" + all + ck1 + title + "DQ_Ch0_U1_DQ13",
+        "=A/Ch0/U3/A0" + all + title + "A_Ch0_U3_A0",
+        "=DQ/Ch0/U1/DQ13" + all + "CK(Ch0(U2(CK1[M2])))" + title + "DQ_Ch0_U1_DQ13",
+        "=DQ|||" + noSignalTitle,
+    };
+    for (const QString& step : steps) {
+        const QString op = run(pages, true, step);
+        EXPECT_EQ(op + "|" + topLevel(pages.tree(refTree(true, 3))) + "|" +
+                      dump(pages.tree(refTree(true, 4))) + "|" +
+                      pages.title("wlRefSignalSelectionGroup"),
+                  step);
+    }
+    pages.press("applyButton");
+    EXPECT_EQ(canonical(pages.stored("WriteLevelingSelectedRefSignalListMap")),
+              "A_Ch0_U3_A0,CKE_Ch0_U1_CKE0,DM_Ch0_U3_DM1 DQS_Ch0_U3_DQS3,DQ_Ch0_U1_DQ13 "
+              "CK_Ch0_U2_CK1");
 }

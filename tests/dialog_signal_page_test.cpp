@@ -1,143 +1,150 @@
-// The "Select Signals" tab: the four-level signal trees, their order, and moving leaves, nodes,
-// channels and whole signal types between the available and the selected side.
+// The "Select Signals" and "Select Measurements" tabs: the four-level signal trees and moves
+// between them, measurements chosen for signals and groups, and the group lists that a signal
+// added later takes over. Rows are texts of fields split at "|", paths split at "/".
 
 #include <gtest/gtest.h>
 
-#include <QPushButton>
-#include <QTabWidget>
-#include <QTreeWidget>
-
-#include "support/DialogFixture.h"
 #include "support/SelectionPages.h"
 
-using lanetap_test::busDesign;
-using lanetap_test::childTexts;
-using lanetap_test::choose;
-using lanetap_test::itemAt;
-using lanetap_test::leafKeys;
-using lanetap_test::OpenDialog;
+using namespace lanetap_test;
 
 namespace {
 
-// The signal tab of a dialog opened with every tab unlocked.
-struct SignalTab {
-    explicit SignalTab(OpenDialog& dialog) : opened(dialog) {
-        opened.find<QTabWidget>("measurementTabs")->setCurrentIndex(1);
-    }
-
-    // Makes the item at `path` of one side current and presses that side's button.
-    void add(const QStringList& path) {
-        ASSERT_TRUE(choose(available, path)) << path.join("/").toStdString();
-        opened.find<QPushButton>("addSignalButton")->click();
-    }
-    void remove(const QStringList& path) {
-        ASSERT_TRUE(choose(selected, path)) << path.join("/").toStdString();
-        opened.find<QPushButton>("removeSignalButton")->click();
-    }
-    // The keys of the selected signals, as the measurement tab, rebuilt on entering, shows them.
-    QSet<QString> selectedKeys() {
-        auto* tabs = opened.find<QTabWidget>("measurementTabs");
-        tabs->setCurrentIndex(2);
-        const QSet<QString> keys =
-            leafKeys(opened.find<QTreeWidget>("selectMeasurementSelectedSignalTree"));
-        tabs->setCurrentIndex(1);
-        return keys;
-    }
-
-    OpenDialog& opened;
-    QTreeWidget* available = opened.find<QTreeWidget>("selectSignalAvailableSignalTree");
-    QTreeWidget* selected = opened.find<QTreeWidget>("selectSignalSelectedSignalTree");
-};
-
-QSet<QString> keysOfType(const QString& type) {
-    QSet<QString> keys;
-    for (const QString& key : lanetap_test::busSignalKeys()) {
-        if (key.startsWith(type + "_")) {
-            keys.insert(key);
-        }
-    }
-    return keys;
-}
+const char* const availableSignals = "selectSignalAvailableSignalTree";
+const char* const selectedSignals = "selectSignalSelectedSignalTree";
+const char* const availableMeasurements = "selectMeasurementAvailableMeasurementTree";
+const char* const selectedMeasurements = "selectMeasurementSelectedMeasurementTree";
 
 }  // namespace
 
-TEST(SignalTrees, RebuiltTreesSortNumericallyWhileMovedItemsStandLast) {
-    OpenDialog opened(
+TEST(SignalTrees, MovesAppendMergeAndPruneWhileRebuildsSortAndRestoreKeys) {
+    Pages pages(
         busDesign(R"("TabWidgetTabNumber":"4",)"
                   R"("SelectedSignalList":"DQ_Ch0_U2_DQ17,DQ_Ch0_U2_DQ10,DQ_Ch0_U2_DQ2,")"));
-    SignalTab tab(opened);
-
-    EXPECT_EQ(childTexts(tab.available), (QStringList{"CK", "DQ", "DQS"}));
-    EXPECT_EQ(childTexts(tab.available, {"DQ"}), (QStringList{"Ch0", "Ch1"}));
-    EXPECT_EQ(childTexts(tab.available, {"DQ", "Ch0"}), (QStringList{"U1"}));
-    EXPECT_EQ(childTexts(tab.available, {"DQ", "Ch1", "U2"}), (QStringList{"DQ2", "DQ10", "DQ17"}));
-    EXPECT_EQ(childTexts(tab.available, {"DQS", "Ch1", "U1"}), (QStringList{"DQS0", "DQS1"}));
-    EXPECT_EQ(childTexts(tab.selected, {"DQ", "Ch0", "U2"}), (QStringList{"DQ2", "DQ10", "DQ17"}));
-
-    // Every level carries its key in the hidden third column; the leaf names its instance.
-    QTreeWidgetItem* leaf = itemAt(tab.available, {"DQS", "Ch1", "U1", "DQS1"});
-    ASSERT_NE(leaf, nullptr);
-    EXPECT_EQ(leaf->text(2), "DQS_Ch1_U1_DQS1");
-    EXPECT_EQ(leaf->text(1), "U1");
-    EXPECT_EQ(leaf->foreground(1).color(), QColor(Qt::darkGreen));
-    EXPECT_EQ(leaf->parent()->text(2), "DQS_Ch1_U1");
-    EXPECT_EQ(leaf->parent()->parent()->text(2), "Ch1");
-    EXPECT_EQ(leaf->parent()->parent()->parent()->text(2), "DQS");
-    EXPECT_EQ(tab.available->columnCount(), 2);
-    EXPECT_EQ(tab.available->currentItem(), tab.available->topLevelItem(0));
-
-    // A move appends: DQ10 then DQ2 stay in the order they came, under new keyless ancestors.
-    tab.add({"DQ", "Ch1", "U2", "DQ10"});
-    tab.add({"DQ", "Ch1", "U2", "DQ2"});
-    EXPECT_EQ(childTexts(tab.selected, {"DQ"}), (QStringList{"Ch0", "Ch1"}));
-    EXPECT_EQ(childTexts(tab.selected, {"DQ", "Ch1", "U2"}), (QStringList{"DQ10", "DQ2"}));
-    EXPECT_EQ(itemAt(tab.selected, {"DQ", "Ch1"})->text(2), "");
-    EXPECT_EQ(itemAt(tab.selected, {"DQ", "Ch1", "U2"})->text(2), "");
-    EXPECT_EQ(itemAt(tab.selected, {"DQ"})->text(2), "DQ");
-    EXPECT_EQ(tab.selected->currentItem(), itemAt(tab.selected, {"DQ", "Ch1", "U2", "DQ2"}));
-    EXPECT_EQ(childTexts(tab.available, {"DQ", "Ch1", "U2"}), (QStringList{"DQ17"}));
+    pages.tab(1);
+    ASSERT_EQ(dump(pages.tree(selectedSignals)), "DQ(Ch0(U2(DQ2 DQ10 DQ17)))");
+    EXPECT_EQ(currentPath(pages.tree(availableSignals)), "CK");
+    // Added (+) or removed path | selected tree | the moved type on the available side | the
+    // current item of the side moved to. Moved items stand last, under new ancestors without keys.
+    const QString dq =
+        "DQ(Ch0(U2(DQ2 DQ10 DQ17) U1(DQ2 DQ10)) Ch1=(U2=(DQ10 DQ2 DQ17) U1(DQ2 DQ10)))";
+    const QStringList moves{
+        "+DQ/Ch1/U2/DQ10|DQ(Ch0(U2(DQ2 DQ10 DQ17)) Ch1=(U2=(DQ10)))|"
+        "DQ(Ch0(U1(DQ2 DQ10)) Ch1(U1(DQ2 DQ10) U2(DQ2 DQ17)))|DQ/Ch1/U2/DQ10",
+        "+DQ/Ch1/U2/DQ2|DQ(Ch0(U2(DQ2 DQ10 DQ17)) Ch1=(U2=(DQ10 DQ2)))|"
+        "DQ(Ch0(U1(DQ2 DQ10)) Ch1(U1(DQ2 DQ10) U2(DQ17)))|DQ/Ch1/U2/DQ2",
+        "+DQ/Ch1/U1|DQ(Ch0(U2(DQ2 DQ10 DQ17)) Ch1=(U2=(DQ10 DQ2) U1(DQ2 DQ10)))|"
+        "DQ(Ch0(U1(DQ2 DQ10)) Ch1(U2(DQ17)))|DQ/Ch1/U1",
+        "+DQ|" + dq + "|(none)|DQ",
+        "+CK/Ch1|" + dq + " CK=(Ch1(U1(CK0) U2(CK0)))|CK(Ch0(U1(CK0) U2(CK0)))|CK/Ch1",
+        "-DQ|CK=(Ch1(U1(CK0) U2(CK0)))|" + dq + "|DQ",
+    };
+    for (const QString& move : moves) {
+        const bool add = move.startsWith('+');
+        const QStringList path = move.section('|', 0, 0).mid(1).split('/');
+        pages.act(add ? availableSignals : selectedSignals, path,
+                  add ? "addSignalButton" : "removeSignalButton");
+        EXPECT_EQ(move.section('|', 0, 0) + "|" + dump(pages.tree(selectedSignals)) + "|" +
+                      dump(pages.tree(availableSignals), path.mid(0, 1)) + "|" +
+                      currentPath(pages.tree(add ? selectedSignals : availableSignals)),
+                  move);
+    }
+    // Without a current item neither button moves anything.
+    pages.act(availableSignals, {}, "addSignalButton");
+    pages.act(selectedSignals, {}, "removeSignalButton");
+    EXPECT_EQ(dump(pages.tree(availableSignals)),
+              "CK(Ch0(U1(CK0) U2(CK0))) DQS(Ch0(U1(DQS0 DQS1) U2(DQS0 DQS1)) "
+              "Ch1(U1(DQS0 DQS1) U2(DQS0 DQS1))) " +
+                  dq);
+    // The measurement tab rebuilds from the moved records; coming back leaves this tab as it was.
+    pages.tab(2);
+    EXPECT_EQ(dump(pages.tree("selectMeasurementSelectedSignalTree")), "CK(Ch1(U1(CK0) U2(CK0)))");
+    pages.tab(1);
+    EXPECT_EQ(dump(pages.tree(selectedSignals)), "CK=(Ch1(U1(CK0) U2(CK0)))");
 }
 
-TEST(SignalTrees, MovingNodesChannelsAndTypesMergesAndPrunesEmptiedBranches) {
-    OpenDialog opened(busDesign(R"("TabWidgetTabNumber":"4")"));
-    SignalTab tab(opened);
-    ASSERT_EQ(tab.selected->topLevelItemCount(), 0);
+// A signal added on the signal tab takes the list of its node, channel or type, in that order of
+// precedence, but only when its type or its type's channel has an entry; what it takes is copied
+// down to the levels below. Codes: 1 Skew, 3 Eye, 4 Waveform. Stored groups | the members after
+// removing and adding back DQ_Ch1_U1, whose DQ10 had Skew | the groups after.
+TEST(SignalTrees, ASignalAddedLaterTakesItsGroupsListOnlyThroughItsTypeOrChannel) {
+    const QString own = "DQ_Ch1_U1_DQ10 1,DQ_Ch1_U1_DQ2";
+    const QStringList cases{
+        "|" + own + "|",
+        "DQ_Ch1_U1 3 ,|" + own + "|DQ_Ch1_U1 3",
+        "Ch1 3 ,CK 3 ,DQ_Ch0 3 ,|" + own + "|CK 3,Ch1 3,DQ_Ch0 3",
+        "DQ 3 ,|DQ_Ch1_U1_DQ10 3,DQ_Ch1_U1_DQ2 3|DQ 3,DQ_Ch1 3,DQ_Ch1_U1 3",
+        "DQ_Ch1 4 ,|DQ_Ch1_U1_DQ10 4,DQ_Ch1_U1_DQ2 4|DQ_Ch1 4,DQ_Ch1_U1 4",
+        "DQ 1 ,DQ_Ch1 3 4 ,|DQ_Ch1_U1_DQ10 3 4,DQ_Ch1_U1_DQ2 3 4|DQ 1,DQ_Ch1 3 4,DQ_Ch1_U1 3 4",
+        "DQ_Ch1 3 ,DQ_Ch1_U1 4 ,|DQ_Ch1_U1_DQ10 4,DQ_Ch1_U1_DQ2 4|DQ_Ch1 3,DQ_Ch1_U1 4",
+        "DQ 3 ,DQ_Ch1_U1 4 ,|DQ_Ch1_U1_DQ10 4,DQ_Ch1_U1_DQ2 4|DQ 3,DQ_Ch1_U1 4",
+    };
+    for (const QString& c : cases) {
+        Pages pages(busDesign(QString(R"("TabWidgetTabNumber":"4",)"
+                                      R"("SelectedSignalList":"DQ_Ch1_U1_DQ10,DQ_Ch1_U1_DQ2,",)"
+                                      R"("SelectedMeasurementsListMap":"DQ_Ch1_U1_DQ10 1 ,",)"
+                                      R"("SelectedGroupMeasurementsListMap":"%1")")
+                                  .arg(c.section('|', 0, 0))));
+        pages.tab(1);
+        pages.act(selectedSignals, {"DQ", "Ch1", "U1"}, "removeSignalButton");
+        pages.act(availableSignals, {"DQ", "Ch1", "U1"}, "addSignalButton");
+        pages.press("applyButton");
+        EXPECT_EQ(c.section('|', 0, 0) + "|" +
+                      canonical(pages.stored("SelectedMeasurementsListMap")) + "|" +
+                      canonical(pages.stored("SelectedGroupMeasurementsListMap")),
+                  c);
+    }
+}
 
-    // The last leaf of a chain takes its three ancestors along, both ways.
-    tab.add({"DQ", "Ch0", "U2", "DQ2"});
-    EXPECT_EQ(childTexts(tab.available, {"DQ", "Ch0", "U2"}), (QStringList{"DQ10", "DQ17"}));
-    EXPECT_EQ(childTexts(tab.selected, {"DQ", "Ch0", "U2"}), (QStringList{"DQ2"}));
-    tab.remove({"DQ", "Ch0", "U2", "DQ2"});
-    EXPECT_EQ(tab.selected->topLevelItemCount(), 0);
-    EXPECT_EQ(childTexts(tab.available, {"DQ", "Ch0", "U2"}), (QStringList{"DQ10", "DQ17", "DQ2"}));
-
-    // A node, then the whole type it belongs to: the type merges level by level with what is
-    // already selected and leaves the available side without a DQ branch.
-    tab.add({"DQ", "Ch0", "U2"});
-    EXPECT_EQ(childTexts(tab.available, {"DQ", "Ch0"}), (QStringList{"U1"}));
-    tab.add({"DQ"});
-    EXPECT_EQ(childTexts(tab.available), (QStringList{"CK", "DQS"}));
-    EXPECT_EQ(childTexts(tab.selected), (QStringList{"DQ"}));
-    EXPECT_EQ(childTexts(tab.selected, {"DQ"}), (QStringList{"Ch0", "Ch1"}));
-    EXPECT_EQ(childTexts(tab.selected, {"DQ", "Ch0"}), (QStringList{"U2", "U1"}));
-    EXPECT_EQ(childTexts(tab.selected, {"DQ", "Ch0", "U2"}).size(), 3);
-    EXPECT_EQ(childTexts(tab.selected, {"DQ", "Ch1", "U2"}).size(), 3);
-    EXPECT_EQ(tab.selected->currentItem(), itemAt(tab.selected, {"DQ"}));
-
-    // A channel of another type: a new top-level branch, appended after DQ.
-    tab.add({"CK", "Ch1"});
-    EXPECT_EQ(childTexts(tab.selected), (QStringList{"DQ", "CK"}));
-    EXPECT_EQ(childTexts(tab.available, {"CK"}), (QStringList{"Ch0"}));
-    const QSet<QString> clocksOnCh1{"CK_Ch1_U1_CK0", "CK_Ch1_U2_CK0"};
-    EXPECT_EQ(tab.selectedKeys(), keysOfType("DQ") + clocksOnCh1);
-
-    // A whole type back: the records go with it.
-    tab.remove({"DQ"});
-    EXPECT_EQ(childTexts(tab.selected), (QStringList{"CK"}));
-    EXPECT_EQ(childTexts(tab.available), (QStringList{"CK", "DQS", "DQ"}));
-    EXPECT_EQ(tab.selectedKeys(), clocksOnCh1);
-    EXPECT_EQ(leafKeys(tab.available).size(), lanetap_test::busSignalKeys().size() - 2);
-
-    opened.find<QPushButton>("applyButton")->click();
-    EXPECT_EQ(lanetap_test::storedList(opened.stored("SelectedSignalList")), clocksOnCh1);
+// Signal picked | measurement added (+) or removed (-) | title key | selected list | a phrase of
+// the description shown. The selected list is sorted, its first item current; the available list is
+// the rest of the catalogue.
+TEST(MeasurementPage, GroupChoicesReachEveryItemBelowAndTheTitleShowsTheItemsKey) {
+    Pages pages(busDesign(R"("TabWidgetTabNumber":"4",)"
+                          R"("SelectedSignalList":"DQ_Ch0_U2_DQ2,DQ_Ch0_U2_DQ10,CK_Ch0_U2_CK0,")"));
+    pages.tab(2);
+    const QStringList steps{
+        "||CK||contour at target BER",
+        "DQ|+Skew|DQ|Skew|contour at target BER",
+        "DQ/Ch0||Ch0|Skew|skew between",
+        "CK/Ch0||Ch0|Skew|skew between",
+        "CK/Ch0/U2/CK0||CK_Ch0_U2_CK0||contour at target BER",
+        "DQ/Ch0/U2/DQ10|+Waveform|DQ_Ch0_U2_DQ10|Skew,Waveform|skew between",
+        "DQ/Ch0/U2/DQ10|-Skew|DQ_Ch0_U2_DQ10|Waveform|skew between",
+        "DQ/Ch0/U2||DQ_Ch0_U2|Skew|skew between",
+        "CK/Ch0|-Skew|Ch0||skew between",
+        "DQ/Ch0||Ch0||contour at target BER",
+        "DQ/Ch0/U2/DQ2||DQ_Ch0_U2_DQ2|Skew|skew between",
+    };
+    const QStringList catalogue{"BER Contour", "Eye",         "Mask Margin", "Skew",
+                                "Slew Rate",   "Strobed Eye", "Waveform"};
+    for (const QString& step : steps) {
+        const QStringList field = step.split('|');
+        if (!field[0].isEmpty()) {
+            pages.act("selectMeasurementSelectedSignalTree", field[0].split('/'));
+        }
+        if (!field[1].isEmpty()) {
+            const bool add = field[1].startsWith('+');
+            pages.act(add ? availableMeasurements : selectedMeasurements, {field[1].mid(1)},
+                      add ? "addMeasurementButton" : "removeMeasurementButton");
+        }
+        QStringList offered = catalogue;
+        for (const QString& name : field[3].split(',', Qt::SkipEmptyParts)) {
+            offered.removeAll(name);
+        }
+        const QString description = pages.text("measurementDescriptionLabel");
+        EXPECT_EQ(QStringList({field[0], field[1],
+                               pages.title("measurementSelectionGroup")
+                                   .remove("Select Measurements for Selected Signal: "),
+                               dump(pages.tree(selectedMeasurements)).replace(' ', ','),
+                               description.contains(field[4]) ? field[4] : description})
+                      .join("|"),
+                  step);
+        EXPECT_EQ(dump(pages.tree(availableMeasurements)), offered.join(" "));
+        EXPECT_EQ(currentPath(pages.tree(selectedMeasurements)), field[3].section(',', 0, 0));
+    }
+    pages.press("applyButton");
+    EXPECT_EQ(canonical(pages.stored("SelectedGroupMeasurementsListMap")), "Ch0,DQ 1,DQ_Ch0_U2 1");
+    EXPECT_EQ(canonical(pages.stored("SelectedMeasurementsListMap")),
+              "CK_Ch0_U2_CK0,DQ_Ch0_U2_DQ10 4,DQ_Ch0_U2_DQ2 1");
 }

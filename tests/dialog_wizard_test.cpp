@@ -3,108 +3,65 @@
 
 #include <gtest/gtest.h>
 
-#include <QCheckBox>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QStackedWidget>
 #include <QTabWidget>
 
 #include "support/DialogFixture.h"
 
 using lanetap_test::OpenDialog;
-using lanetap_test::probeInstance;
 
 namespace {
 
-QByteArray probeAtTab(const QString& tab, const QString& more = QString()) {
-    return lanetap_test::designText(
-        {probeInstance("X1", QString(R"("TabWidgetTabNumber":"%1"%2)").arg(tab, more))});
+// A probe stored on the first page at `tab`.
+QByteArray atTab(const QString& tab) {
+    return lanetap_test::designText({lanetap_test::probeInstance(
+        "X1", QString(R"("StackWidgetPageNumber":"0","TabWidgetTabNumber":"%1")").arg(tab))});
 }
 
-// Which of Back, Next and Finish are shown, as "BNF" with "-" for a hidden one.
-QString buttons(const OpenDialog& opened) {
-    QString shown;
-    shown += opened.find<QPushButton>("backButton")->isHidden() ? '-' : 'B';
-    shown += opened.find<QPushButton>("nextButton")->isHidden() ? '-' : 'N';
-    shown += opened.find<QPushButton>("finishButton")->isHidden() ? '-' : 'F';
-    return shown;
-}
-
-// "1" for each enabled tab of the measurement route, "0" for a disabled one.
-QString enabledTabs(const OpenDialog& opened) {
+// The wizard as "tab enabled-tabs buttons stored-tab": the current tab of the measurement route,
+// "1" for each of its enabled tabs, which of Back, Next and Finish show ("-" for a hidden one),
+// and the furthest tab as stored.
+std::string wizard(const OpenDialog& opened) {
     auto* tabs = opened.find<QTabWidget>("measurementTabs");
-    QString enabled;
+    QString state = QString::number(tabs->currentIndex()) + ' ';
     for (int i = 0; i < tabs->count(); ++i) {
-        enabled += tabs->isTabEnabled(i) ? '1' : '0';
+        state += tabs->isTabEnabled(i) ? '1' : '0';
     }
-    return enabled;
-}
-
-void click(const OpenDialog& opened, const char* button) {
-    opened.find<QPushButton>(button)->click();
+    state += ' ';
+    for (const char* button : {"backButton", "nextButton", "finishButton"}) {
+        state += opened.find<QPushButton>(button)->isHidden() ? '-' : QChar(button[0]).toUpper();
+    }
+    return (state + ' ' + opened.stored("TabWidgetTabNumber")).toStdString();
 }
 
 }  // namespace
 
+// Each step: the button clicked ("-" for none), then the wizard after it.
 TEST(DialogWizard, NextAndBackWalkTheMeasurementRouteWithoutLoweringTheFurthestTab) {
-    OpenDialog opened(probeAtTab("0"));
+    OpenDialog opened(atTab("0"));
     ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-    auto* tabs = opened.find<QTabWidget>("measurementTabs");
-    EXPECT_EQ(opened.find<QStackedWidget>("stackedWidget")->currentIndex(), 2);
-    EXPECT_EQ(tabs->currentIndex(), 0);
-    EXPECT_EQ(enabledTabs(opened), "10000");
-    EXPECT_EQ(buttons(opened), "-N-");
-
-    click(opened, "nextButton");
-    EXPECT_EQ(tabs->currentIndex(), 1);
-    EXPECT_EQ(buttons(opened), "BN-");
-    click(opened, "backButton");
-    EXPECT_EQ(tabs->currentIndex(), 0);
-    EXPECT_EQ(buttons(opened), "-N-");
-
-    click(opened, "nextButton");
-    click(opened, "nextButton");
-    click(opened, "nextButton");
-    EXPECT_EQ(tabs->currentIndex(), 3);
-    EXPECT_EQ(enabledTabs(opened), "11110");
-    click(opened, "backButton");
-    click(opened, "backButton");
-    EXPECT_EQ(tabs->currentIndex(), 1);
-    EXPECT_EQ(enabledTabs(opened), "11110");
-    click(opened, "applyButton");
-    EXPECT_EQ(opened.stored("TabWidgetTabNumber"), "3");
-
-    click(opened, "nextButton");
-    click(opened, "nextButton");
-    click(opened, "nextButton");
-    EXPECT_EQ(tabs->currentIndex(), 4);
-    EXPECT_EQ(buttons(opened), "B-F");
-    click(opened, "finishButton");
-    EXPECT_EQ(opened.stored("TabWidgetTabNumber"), "4");
+    for (const QString& step :
+         QString("-:0 10000 -N- 0;next:1 11000 BN- 0;back:0 11000 -N- 0;next:1 11000 BN- 0;"
+                 "next:2 11100 BN- 0;next:3 11110 BN- 0;back:2 11110 BN- 0;back:1 11110 BN- 0;"
+                 "apply:1 11110 BN- 3;next:2 11110 BN- 3;next:3 11110 BN- 3;"
+                 "next:4 11111 B-F 3;finish:4 11111 B-F 4")
+             .split(';')) {
+        if (step[0] != '-') {
+            opened.find<QPushButton>(step.section(':', 0, 0) + "Button")->click();
+        }
+        EXPECT_EQ(wizard(opened), step.section(':', 1).toStdString()) << step.toStdString();
+    }
 }
 
+// The dialog always opens on the measurement route, with the tabs up to the stored one enabled;
+// beyond the last tab no tab becomes current, but the buttons follow the stored number. Each case:
+// the stored tab, then the wizard after the opening.
 TEST(DialogWizard, TheStoredTabDecidesWhereTheDialogOpens) {
-    {
-        OpenDialog opened(probeAtTab("3"));
+    for (const QString& c : QString("3:3 11110 BN- 3;4:4 11111 B-F 4;9:0 11111 BN- 9;"
+                                    "1x:1 11000 BN- 1;:0 10000 -N- 0")
+                                .split(';')) {
+        OpenDialog opened(atTab(c.section(':', 0, 0)));
         ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-        EXPECT_EQ(opened.find<QTabWidget>("measurementTabs")->currentIndex(), 3);
-        EXPECT_EQ(enabledTabs(opened), "11110");
-        EXPECT_EQ(buttons(opened), "BN-");
-    }
-    {
-        OpenDialog opened(probeAtTab("4"));
-        ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-        EXPECT_EQ(opened.find<QTabWidget>("measurementTabs")->currentIndex(), 4);
-        EXPECT_EQ(enabledTabs(opened), "11111");
-        EXPECT_EQ(buttons(opened), "B-F");
-    }
-    {
-        // Beyond the last tab no tab becomes current, but the buttons follow the stored number.
-        OpenDialog opened(probeAtTab("9"));
-        ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
-        EXPECT_EQ(opened.find<QTabWidget>("measurementTabs")->currentIndex(), 0);
-        EXPECT_EQ(enabledTabs(opened), "11111");
-        EXPECT_EQ(buttons(opened), "BN-");
-        EXPECT_EQ(opened.stored("TabWidgetTabNumber"), "9");
+        EXPECT_EQ(wizard(opened), c.section(':', 1).toStdString()) << c.toStdString();
     }
 }

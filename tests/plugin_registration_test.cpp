@@ -1,14 +1,17 @@
 // Registration of the plug-in with the host: which interface versions it takes, what it reports,
-// and what a repeated RegisterLibraryContents does. Every test loads its own copy of the library,
+// and what a repeated RegisterLibraryContents does; then the netlist function called with
+// arguments of the wrong kind. Every test loads its own copy of the library,
 // so that the registered state of one test does not leak into the next.
 
 #include <gtest/gtest.h>
 
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "standin/Host.h"
+#include "standin/ScriptValues.h"
 #include "support/TestSupport.h"
 
 namespace {
@@ -23,157 +26,124 @@ const std::string orlIncompatible = "LaneTapPlugin found an incompatible ORL int
 const std::string editorMissing = "LaneTapPlugin failed to get ParameterDialogIFC interface";
 const std::string editorIncompatible =
     "LaneTapPlugin found an incompatible ParameterDialogIFC interface";
-const std::string vocabularyRefused = "LaneTapPlugin could not register ORL vocabulary";
-
 const Texts orlOnly = {"ORL"};
-const Texts bothInterfaces = {"ORL", "ItemParametersEdit"};
+const Texts both = {"ORL", "ItemParametersEdit"};
 
 TEST(Registration, AcceptsExactlyTheSupportedInterfaceVersions) {
-    struct Case {
-        const char* label;
-        std::optional<std::int32_t> orl;
-        std::optional<std::int32_t> editor;
-        Texts failures;
-        Texts lookups;
-        bool vocabularyRegistered;
-    };
-    const Case cases[] = {
-        {"ORL at its lowest", 1002, 2500, {}, bothInterfaces, true},
-        {"ORL at its highest", 1999, 2500, {}, bothInterfaces, true},
-        {"ORL one too old", 1001, 2500, {orlIncompatible}, orlOnly, false},
-        {"ORL one too new", 2000, 2500, {orlIncompatible}, orlOnly, false},
-        {"ORL absent", std::nullopt, 2500, {orlMissing}, orlOnly, false},
-        {"both absent", std::nullopt, std::nullopt, {orlMissing}, orlOnly, false},
-        {"editor at its lowest", 1500, 2000, {}, bothInterfaces, true},
-        {"editor at its highest", 1500, 2999, {}, bothInterfaces, true},
-        {"editor one too old", 1500, 1999, {editorIncompatible}, bothInterfaces, true},
-        {"editor one too new", 1500, 3000, {editorIncompatible}, bothInterfaces, true},
-        {"editor absent", 1500, std::nullopt, {editorMissing}, bothInterfaces, true},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.label);
+    // ORL and editor versions offered (none: absent), the failures and the lookups; the
+    // vocabulary goes in as soon as "ORL" is accepted, before the editor is looked at.
+    const std::optional<std::int32_t> none;
+    // clang-format off
+    const std::tuple<std::optional<std::int32_t>, std::optional<std::int32_t>, Texts, Texts> cases[] = {
+        {1002, 2500, {}, both},                   {1999, 2500, {}, both},
+        {1001, 2500, {orlIncompatible}, orlOnly}, {2000, 2500, {orlIncompatible}, orlOnly},
+        {none, 2500, {orlMissing}, orlOnly},      {none, none, {orlMissing}, orlOnly},
+        {1500, 2000, {}, both},                   {1500, 2999, {}, both},
+        {1500, 1999, {editorIncompatible}, both}, {1500, 3000, {editorIncompatible}, both},
+        {1500, none, {editorMissing}, both}};
+    // clang-format on
+    for (const auto& [orl, editor, failures, lookups] : cases) {
+        SCOPED_TRACE(::testing::Message() << orl.value_or(-1) << " " << editor.value_or(-1));
         PluginCopy copy;
-        Host host(RegistryConfig{c.orl, c.editor});
-        EXPECT_EQ(host.loadPlugin(copy.path()), c.failures);
-        EXPECT_EQ(host.interfaceLookups(), c.lookups);
-        // The vocabulary goes in as soon as "ORL" is accepted, before the editor is looked at.
-        EXPECT_EQ(host.vocabulary() != nullptr, c.vocabularyRegistered);
+        Host host(RegistryConfig{orl, editor});
+        EXPECT_EQ(host.loadPlugin(copy.path()), failures);
+        EXPECT_EQ(host.interfaceLookups(), lookups);
+        EXPECT_EQ(host.vocabulary() != nullptr, lookups == both);
         EXPECT_EQ(host.pluginVersion(), 100);
     }
 }
 
 TEST(Registration, RetryAfterFailureStartsAgainAndRegistersTheVocabularyAgain) {
-    struct Case {
-        const char* label;
-        RegistryConfig failing;
-        std::string failure;
-        Texts lookupsAfterFailure;
-    };
-    const Case cases[] = {
-        {"editor absent", {1500, std::nullopt}, editorMissing, bothInterfaces},
-        {"editor too new", {1500, 3000}, editorIncompatible, bothInterfaces},
-        {"ORL too old", {1001, 2500}, orlIncompatible, orlOnly},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.label);
+    const std::pair<RegistryConfig, Texts> cases[] = {{{1500, std::nullopt}, {editorMissing}},
+                                                      {{1500, 3000}, {editorIncompatible}},
+                                                      {{1001, 2500}, {orlIncompatible}}};
+    for (const auto& [failing, failure] : cases) {
+        SCOPED_TRACE(failure[0]);
         PluginCopy copy;
-        Host host(c.failing);
-        ASSERT_EQ(host.loadPlugin(copy.path()), Texts{c.failure});
-        ASSERT_EQ(host.interfaceLookups(), c.lookupsAfterFailure);
-
+        Host host(failing);
+        ASSERT_EQ(host.loadPlugin(copy.path()), failure);
+        Texts lookups = host.interfaceLookups();
         // A fresh script engine knows no vocabulary until the plug-in registers with it.
         host.reconfigureRegistry(RegistryConfig());
         ASSERT_EQ(host.vocabulary(), nullptr);
         host.runRegistration();
         EXPECT_EQ(host.registrationFailures(), Texts{});
-        Texts lookups = c.lookupsAfterFailure;
-        lookups.insert(lookups.end(), bothInterfaces.begin(), bothInterfaces.end());
+        lookups.insert(lookups.end(), both.begin(), both.end());
         EXPECT_EQ(host.interfaceLookups(), lookups);
         EXPECT_NE(host.vocabulary(), nullptr);
-
-        // Now registered: a further call stops at once.
-        host.runRegistration();
+        host.runRegistration();  // now registered: a further call stops at once
         EXPECT_EQ(host.interfaceLookups(), lookups);
     }
 }
 
-// A registry of the test's own, for what the stand-in's registry cannot do: refuse a vocabulary,
-// and record the arguments of every registration.
-class RecordingOrl : public ORLInterface {
+// A registry of the test's own, for what the stand-in's cannot do: refuse a vocabulary, and
+// record the arguments of every registration. It has no editor.
+class RecordingRegistry : public InterfaceRegistry, public ORLInterface {
 public:
+    HostInterface* getInterface(const char* name) override {
+        lookups.emplace_back(name);
+        return std::string(name) == "ORL" ? static_cast<ORLInterface*>(this) : nullptr;
+    }
+    void reportFailure(const char* message) override { failures.emplace_back(message); }
     std::int32_t version() const override { return 1500; }
-    std::uint8_t registerVocabulary(int reserved1, int reserved2, int reserved3,
-                                    int descriptorCount,
+    std::uint8_t registerVocabulary(int reserved1, int reserved2, int reserved3, int count,
                                     const VocabularyDescriptor* descriptors) override {
-        calls.push_back({reserved1, reserved2, reserved3, descriptorCount});
+        calls.push_back({reserved1, reserved2, reserved3, count});
         registered.push_back(descriptors);
         return answer;
     }
 
-    std::uint8_t answer = 1;
+    std::uint8_t answer = 0;
     std::vector<std::vector<int>> calls;
     std::vector<const VocabularyDescriptor*> registered;
-};
-
-class NeverUsedEditor : public ItemParametersEditInterface {
-public:
-    explicit NeverUsedEditor(std::int32_t editorVersion) : editorVersion(editorVersion) {}
-    std::int32_t version() const override { return editorVersion; }
-    void openItemSession(std::shared_ptr<ItemParameterSession>&, int) override {
-        ADD_FAILURE() << "registration opened an item session";
-    }
-    VALUE_HEADER* sessionValue(const std::shared_ptr<ItemParameterSession>*) override {
-        ADD_FAILURE() << "registration asked for a session value";
-        return nullptr;
-    }
-
-    std::int32_t editorVersion;
-};
-
-class RecordingRegistry : public InterfaceRegistry {
-public:
-    HostInterface* getInterface(const char* name) override {
-        lookups.emplace_back(name);
-        if (std::string(name) == "ORL") {
-            return &orl;
-        }
-        return std::string(name) == "ItemParametersEdit" ? &editor : nullptr;
-    }
-    void reportFailure(const char* message) override { failures.emplace_back(message); }
-
-    RecordingOrl orl;
-    NeverUsedEditor editor{2500};
     Texts lookups;
     Texts failures;
 };
 
 TEST(Registration, RefusedVocabularyIsReportedAndStopsBeforeTheEditor) {
-    PluginCopy copy;
+    const PluginCopy copy;
     const PluginCopy::RegisterFunction registerContents = copy.openRegistration();
     RecordingRegistry registry;
-    registry.orl.answer = 0;
-
     registerContents(&registry);
-    EXPECT_EQ(registry.failures, Texts{vocabularyRefused});
+    EXPECT_EQ(registry.failures, Texts{"LaneTapPlugin could not register ORL vocabulary"});
     EXPECT_EQ(registry.lookups, orlOnly);
-    // Three zero words, then one descriptor.
-    const std::vector<std::vector<int>> oneRegistration = {{0, 0, 0, 1}};
-    EXPECT_EQ(registry.orl.calls, oneRegistration);
-    ASSERT_EQ(registry.orl.registered.size(), 1u);
-    ASSERT_NE(registry.orl.registered[0], nullptr);
-
-    // The engine takes it the second time; the same table is offered again.
-    registry.orl.answer = 1;
-    registry.failures.clear();
+    EXPECT_EQ(registry.calls, (std::vector<std::vector<int>>{{0, 0, 0, 1}}));
+    // Taken the second time, the same table is offered again; then the editor is missing.
+    registry.answer = 1;
     registerContents(&registry);
-    EXPECT_EQ(registry.failures, Texts{});
+    EXPECT_EQ(registry.failures, (Texts{registry.failures[0], editorMissing}));
     EXPECT_EQ(registry.lookups, (Texts{"ORL", "ORL", "ItemParametersEdit"}));
-    ASSERT_EQ(registry.orl.registered.size(), 2u);
-    EXPECT_EQ(registry.orl.registered[1], registry.orl.registered[0]);
+    ASSERT_EQ(registry.registered.size(), 2u);
+    EXPECT_NE(registry.registered[0], nullptr);
+    EXPECT_EQ(registry.registered[1], registry.registered[0]);
+}
 
-    registerContents(&registry);
-    EXPECT_EQ(registry.orl.registered.size(), 2u);
-    EXPECT_EQ(registry.lookups.size(), 3u);
+TEST(NetlistProbe, BadArgumentsRaiseTheScriptErrorAndWriteNoBlock) {
+    lanetap_test::HostWithPlugin loaded(
+        lanetap_test::designText({R"({"name": "X1", "cell": "LaneTap", "library": "lanetap"})"}));
+    ASSERT_TRUE(loaded.registrationFailures.empty());
+    standin::Instance* probe = loaded.host.design()->findInstance("X1");
+    ASSERT_NE(probe, nullptr);
+    db::ParamIter parameters(probe);
+    loaded.host.takeWarnings();
+    const long valuesBefore = standin::liveValueCount();
+
+    // The arguments and the script error they raise.
+    const std::pair<std::vector<standin::ScriptArgument>, std::string> cases[] = {
+        {{standin::ScriptArgument::paramIter(nullptr), standin::ScriptArgument::instance(probe)},
+         "parameter 0 of type ParamIter is a null pointer"},
+        // The iterator's value is freed before the instance argument is found missing.
+        {{standin::ScriptArgument::paramIter(&parameters)}, "missing script argument 1"},
+        {{standin::ScriptArgument::instance(probe), standin::ScriptArgument::instance(probe)},
+         "argument 0 is not of type ParamIter"}};
+    for (const auto& [arguments, error] : cases) {
+        const standin::CallResult result = loaded.host.call("LaneTap_netlist_probe", arguments);
+        EXPECT_FALSE(result.ok);
+        EXPECT_EQ(result.error, error);
+        EXPECT_TRUE(result.text.empty());
+        EXPECT_EQ(loaded.host.takeWarnings(), std::vector<std::string>{});
+        EXPECT_EQ(standin::liveValueCount(), valuesBefore);
+    }
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 #include "support/BlockReader.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 
 namespace lanetap_test {
 
 const QStringList& blockSettingNames() {
-    // In the order of the line.
     static const QStringList names =
         QString(
             "Settings_ReadWriteOperation EnableCompliance EnableScreenshots "
@@ -31,94 +31,75 @@ const QStringList& blockSettingNames() {
     return names;
 }
 
-QList<QStringList> NetlistBlock::nodes() const {
-    QList<QStringList> result;
+QStringList NetlistBlock::sortedLines() const {
+    QStringList lines;
+    const auto add = [&](const char* tag, QList<QStringList> section) {
+        for (QStringList& fields : section) {
+            std::replace(fields.begin(), fields.end(), QString(), QString("-"));
+            if (*tag == 'M' && fields.value(1) != "Unreferenced") {
+                std::sort(fields.begin() + 2, fields.end());
+            }
+            lines << tag + (" " + fields.join(' '));
+        }
+    };
+    QList<QStringList> nodes;
     for (int i = 0; i < nets.size() && i < nodeData.size(); ++i) {
-        result << (QStringList{nets[i]} + nodeData[i]);
+        nodes << QStringList{nets[i], nodeData[i][0], nodeData[i].value(6)};
     }
-    return result;
+    add("N", nodes);
+    add("M", nodeMeasMap);
+    add("R", nodeRefMap);
+    add("C", complianceMeasMap);
+    lines.sort();
+    return lines;
 }
 
 namespace {
 
 const QString head = QStringLiteral("\n;Lane_Tap\n#load \"python\",\"TDM_LaneTap\"\n");
-const QString componentPrefix = QStringLiteral("ComponentWithNodes:");
-const QString componentSuffix = QStringLiteral("Type=\"ModelExtractor\" Module=\"LaneTap\"");
 
 // Values may hold blanks, so a value runs up to the next known name.
 void readSettings(const QString& line, NetlistBlock& block) {
-    const QStringList& names = blockSettingNames();
-    int position = 0;
-    for (int i = 0; i < names.size(); ++i) {
-        const QString pair = " " + names[i] + "=";
-        if (line.mid(position, pair.size()) != pair) {
-            block.problems << "setting " + names[i] + " expected at column " +
-                                  QString::number(position) + " of: " + line;
-            return;
-        }
-        const int valueStart = position + pair.size();
-        int valueEnd = line.size();
-        if (i + 1 < names.size()) {
-            valueEnd = line.indexOf(" " + names[i + 1] + "=", valueStart);
-            if (valueEnd < 0) {
-                block.problems << "setting " + names[i + 1] + " missing";
-                return;
-            }
-        }
-        block.settingNames << names[i];
-        block.settings.insert(names[i], line.mid(valueStart, valueEnd - valueStart));
-        position = valueEnd;
+    static const QRegularExpression form("^ " + blockSettingNames().join("=(.*?) ") + "=(.*)$");
+    const QRegularExpressionMatch match = form.match(line);
+    if (!match.hasMatch()) {
+        block.problems << "not the settings line: " + line;
+        return;
+    }
+    block.settingNames = blockSettingNames();
+    for (int i = 0; i < block.settingNames.size(); ++i) {
+        block.settings.insert(block.settingNames[i], match.captured(i + 1));
     }
 }
 
+// A "NAME[N] = list(...)" line, into its section. The sections come in this order, and the
+// lines of each are numbered from 1.
 void readDataLine(const QString& line, NetlistBlock& block, int& section) {
-    static const QRegularExpression form(
-        QStringLiteral("^(NodeData|NodeMeasMap|NodeRefMap|ComplianceMeasMap)\\[(\\d+)\\] = "
-                       "list\\(\"(.*)\"\\)$"));
-    static const QStringList sections = {"NodeData", "NodeMeasMap", "NodeRefMap",
-                                         "ComplianceMeasMap"};
+    static const QStringList names = {"NodeData", "NodeMeasMap", "NodeRefMap", "ComplianceMeasMap"};
+    static const QRegularExpression form("^(" + names.join('|') +
+                                         ")\\[(\\d+)\\] = list\\(\"(.*)\"\\)$");
     const QRegularExpressionMatch match = form.match(line);
-    if (!match.hasMatch()) {
-        block.problems << "not a data line: " + line;
+    const int index = names.indexOf(match.captured(1));
+    QList<QStringList>* sections[] = {&block.nodeData, &block.nodeMeasMap, &block.nodeRefMap,
+                                      &block.complianceMeasMap};
+    if (index < section || match.captured(2).toInt() != sections[index]->size() + 1) {
+        block.problems << "a line out of its place or its count: " + line;
         return;
     }
-    const int index = sections.indexOf(match.captured(1));
-    if (index < section) {
-        block.problems << match.captured(1) + " line after a later section: " + line;
-    }
     section = index;
-    QList<QStringList>* lines[] = {&block.nodeData, &block.nodeMeasMap, &block.nodeRefMap,
-                                   &block.complianceMeasMap};
-    QList<QStringList>& target = *lines[index];
-    if (match.captured(2).toInt() != target.size() + 1) {
-        block.problems << "counter out of step: " + line;
-    }
-    const QStringList fields = match.captured(3).split("\", \"");
-    const int expectedFields[] = {7, 0, 2, 0};
-    if ((expectedFields[index] != 0 && fields.size() != expectedFields[index]) ||
-        fields.size() < 2) {
-        block.problems << "wrong number of fields: " + line;
-    }
-    target << fields;
+    *sections[index] << match.captured(3).split("\", \"");
 }
 
 }  // namespace
 
 NetlistBlock readBlock(const QString& netlistText) {
     NetlistBlock block;
-    if (!netlistText.startsWith(head)) {
-        block.problems << "the block does not start with the load line";
-        return block;
-    }
-    if (!netlistText.endsWith(" \n\n")) {
-        block.problems << "the block does not end in a blank and an empty line";
+    if (!netlistText.startsWith(head) || !netlistText.endsWith(" \n\n")) {
+        block.problems << "the block does not start with the load line or end in \" \\n\\n\"";
         return block;
     }
     // With the end made like every other line end, every line ends in " \".
-    QString body = netlistText.mid(head.size());
-    body.chop(2);
-    body += "\\\n";
-    QStringList lines = body.split('\n');
+    QStringList lines = (netlistText.mid(head.size()).chopped(2) + "\\\n").split('\n');
     lines.removeLast();
     for (QString& line : lines) {
         if (!line.endsWith(" \\")) {
@@ -127,29 +108,28 @@ NetlistBlock readBlock(const QString& netlistText) {
         }
         line.chop(2);
     }
-
-    const QString& component = lines.value(0);
-    if (!component.startsWith(componentPrefix) || !component.endsWith(componentSuffix)) {
-        block.problems << "not the component line: " + component;
+    // The probe's name and then every net, each followed by a blank, on the component line.
+    static const QRegularExpression component(
+        "^ComponentWithNodes:(\\S+) ((?:\\S* )*)Type=\"ModelExtractor\" Module=\"LaneTap\"$");
+    const QRegularExpressionMatch match = component.match(lines.value(0));
+    if (!match.hasMatch() || lines.size() < 2) {
+        block.problems << "not the component line and a settings line: " + lines.value(0);
         return block;
     }
-    QString names = component.mid(componentPrefix.size());
-    names.chop(componentSuffix.size());
-    if (!names.endsWith(' ')) {
-        block.problems << "the node list does not end in a blank: " + component;
-    }
-    block.nets = names.split(' ');
+    block.probe = match.captured(1);
+    block.nets = match.captured(2).split(' ');
     block.nets.removeLast();
-    block.probe = block.nets.takeFirst();
-
-    if (lines.size() < 2) {
-        block.problems << "no settings line";
-        return block;
-    }
     readSettings(lines[1], block);
     int section = 0;
     for (int i = 2; i < lines.size(); ++i) {
         readDataLine(lines[i], block, section);
+    }
+    // The fields of a node line are the parts of its key.
+    for (const QStringList& f : qAsConst(block.nodeData)) {
+        const QString label = f.value(5).isEmpty() ? QString() : "_" + f.value(5);
+        if (f.size() != 7 || f[0] != f[2] + "_" + f[4] + "_" + f[3] + label + "_" + f[2] + f[1]) {
+            block.problems << "a node line whose fields do not make its key: " + f.join(", ");
+        }
     }
     if (block.nets.size() != block.nodeData.size()) {
         block.problems << QString("%1 nets and %2 NodeData lines")

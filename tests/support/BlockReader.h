@@ -15,7 +15,8 @@ const QStringList& blockSettingNames();
 struct NetlistBlock {
     // The name behind "ComponentWithNodes:".
     QString probe;
-    // The nets of the node list, in order; an empty net is an empty entry.
+    // The nets of the node list, in order; an empty net is an empty entry. The i-th net and the
+    // i-th "NodeData" line belong together.
     QStringList nets;
     // The setting names in the order found, and their values as they stand.
     QStringList settingNames;
@@ -28,8 +29,11 @@ struct NetlistBlock {
     // Every way in which the text departs from the shape of a block; empty for a good block.
     QStringList problems;
 
-    // The i-th net followed by the fields of the i-th "NodeData" line: the two belong together.
-    QList<QStringList> nodes() const;
+    // The lines of the block, sorted, as blank-separated fields behind a tag: "N net key
+    // polarity" for a node (the other fields of a node line are the parts of its key), and "M",
+    // "R" and "C" with the fields of the map lines, "-" for an empty field. The names of a
+    // referenced "M" line are sorted too: they come in the order of a hash.
+    QStringList sortedLines() const;
 };
 
 // Reads "\n;Lane_Tap" and the block behind it.

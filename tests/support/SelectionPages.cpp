@@ -1,169 +1,136 @@
 #include "support/SelectionPages.h"
 
 #include <QRegularExpression>
-#include <QTest>
-#include <QTreeWidget>
-
-#include "support/DialogFixture.h"
 
 namespace lanetap_test {
 
-namespace {
-
-const QStringList sharedPins{"DQ2",    "DQ10",   "DQS_t0", "DQS_c0",
-                             "DQS_t1", "DQS_c1", "CK_t0",  "CK_c0"};
-
-// One DDR instance whose designator is its name, with every pin on every channel.
-QString ddrInstance(const QString& name, const QString& cell, const QString& parameters,
-                    const QStringList& pins) {
+QString ddrPart(const QString& name, const QString& cell, const QString& refDes,
+                const QString& parameters, const QStringList& pins, QList<int> channels) {
     QStringList terminals;
     QStringList ports;
-    for (int channel : {0, 1}) {
+    for (int channel : channels) {
         for (const QString& pin : pins) {
             const QString port = QString("%1_%2").arg(pin).arg(channel);
-            QString family = pin;
-            family.remove(QRegularExpression("\\d+$"));
-            const QString index = pin.mid(family.size());
+            const QString family = QString(pin).remove(QRegularExpression("\\d+$"));
             terminals << QString(R"({"name":"%1","net":"n_%2_%1"})").arg(port, name);
             ports << QString(R"({"port":"%1","pin":"%2","refDes":"%3","channel":%4,)"
                              R"("signal":"%5","index":%6})")
-                         .arg(port, pin, name)
+                         .arg(port, pin, refDes)
                          .arg(channel)
-                         .arg(family, index);
+                         .arg(family, pin.mid(family.size()));
         }
     }
-    return QString(R"({"name":"%1","cell":"%2","library":"ddr","parameters":{%3},)"
-                   R"("terminals":[%4],"ddrPorts":[%5]})")
+    return QString(R"({"name":"%1","cell":"%2","parameters":{%3},"terminals":[%4],)"
+                   R"("ddrPorts":[%5]})")
         .arg(name, cell, parameters, terminals.join(","), ports.join(","));
 }
 
-}  // namespace
-
-QByteArray busDesign(const QString& probeParameters) {
-    const QString controller = ddrInstance(
-        "U1", "DDR_Controller",
-        R"("DDRIbisFile":"controller.ibs","RefDesName":"U1","RefDesDQM":"x8",)"
-        R"("DQSIndex":"Continuous","DataMode":"read","SimulationMode":"transient",)"
-        R"("BurstMode":"No BURST","DataRate":"3200","DataRateUnit":"Mbps","DataRateType":"1T")",
-        sharedPins);
-    const QString memory =
-        ddrInstance("U2", "DDR_Memory",
-                    R"("DDRIbisFile":"memory.ibs","RefDesName":"U2","RefDesDQM":"x8",)"
-                    R"("DQSIndex":"Continuous","DieMode":"No")",
-                    sharedPins + QStringList{"DQ17"});
-    return designText({controller, memory, probeInstance("X1", probeParameters)});
+QByteArray busDesign(const QString& probeParameters, const QStringList& memoryPins,
+                     bool withMemory) {
+    const QStringList pins{"DQ2", "DQ10", "DQS_t0", "DQS_c0", "DQS_t1", "DQS_c1", "CK_t0", "CK_c0"};
+    QStringList parts{ddrPart(
+        "U1", "DDR_Controller", "U1",
+        R"("DDRIbisFile":"c.ibs","RefDesName":"U1","RefDesDQM":"x8","DQSIndex":"Continuous",)"
+        R"("DataMode":"read","SimulationMode":"transient","BurstMode":"No BURST",)"
+        R"("DataRate":"3200","DataRateUnit":"Mbps","DataRateType":"1T")",
+        pins, {0, 1})};
+    if (withMemory) {
+        parts << ddrPart("U2", "DDR_Memory", "U2",
+                         R"("DDRIbisFile":"m.ibs","RefDesName":"U2","RefDesDQM":"x8",)"
+                         R"("DQSIndex":"Continuous","DieMode":"No")",
+                         memoryPins.isEmpty() ? pins + QStringList{"DQ17"} : memoryPins, {0, 1});
+    }
+    return designText(parts << probeInstance("X1", probeParameters));
 }
 
-QStringList busSignalKeys() {
-    QStringList keys;
-    for (const QString& refDes : QStringList{"U1", "U2"}) {
-        for (const QString& channel : QStringList{"Ch0", "Ch1"}) {
-            QStringList signalIds{"DQ2", "DQ10", "DQS0", "DQS1", "CK0"};
-            if (refDes == QLatin1String("U2")) {
-                signalIds << "DQ17";
-            }
-            for (const QString& signalId : signalIds) {
-                QString type = signalId;
-                type.remove(QRegularExpression("\\d+$"));
-                keys << QString("%1_%2_%3_%4").arg(type, channel, refDes, signalId);
-            }
-        }
+namespace {
+
+QChar colourCode(const QBrush& brush) {
+    const QList<QColor> known{Qt::red, Qt::black, Qt::darkGreen};
+    const int found = brush.style() == Qt::NoBrush ? 3 : known.indexOf(brush.color());
+    return QString("rkg-?").at(found < 0 ? 4 : found);
+}
+
+QString dumpItem(const QTreeWidgetItem* item, QStringList path, bool keyed) {
+    path << item->text(0);
+    const QString key = path.size() == 2 ? path[1] : path.join("_");
+    const QString parent = item->parent() ? item->parent()->text(0) : QString();
+    QString text = item->text(0);
+    if (!item->text(1).isEmpty() && item->text(1) != parent) {
+        text += "[" + item->text(1) + "]";
     }
-    return keys;
+    if (keyed && item->text(2) != key) {
+        text += "=" + item->text(2);
+    }
+    const QString colours =
+        QString(colourCode(item->foreground(0))) + colourCode(item->foreground(1));
+    if (colours != (item->text(1).isEmpty() ? "--" : "-g")) {
+        text += "!" + colours;
+    }
+    QStringList children;
+    for (int i = 0; i < item->childCount(); ++i) {
+        children << dumpItem(item->child(i), path, keyed);
+    }
+    return children.isEmpty() ? text : text + "(" + children.join(" ") + ")";
 }
 
 QTreeWidgetItem* itemAt(QTreeWidget* tree, const QStringList& path) {
     QTreeWidgetItem* item = tree->invisibleRootItem();
-    for (const QString& text : path) {
-        QTreeWidgetItem* next = nullptr;
-        for (int i = 0; i < item->childCount() && !next; ++i) {
-            if (item->child(i)->text(0) == text) {
-                next = item->child(i);
-            }
+    for (int level = 0; item && level < path.size(); ++level) {
+        QTreeWidgetItem* parent = item;
+        item = nullptr;
+        for (int i = 0; i < parent->childCount() && !item; ++i) {
+            item = parent->child(i)->text(0) == path[level] ? parent->child(i) : nullptr;
         }
-        if (!next) {
-            return nullptr;
-        }
-        item = next;
     }
     return item;
 }
 
-QStringList childTexts(QTreeWidget* tree, const QStringList& path) {
-    QStringList texts;
-    if (QTreeWidgetItem* item = itemAt(tree, path)) {
-        for (int i = 0; i < item->childCount(); ++i) {
-            texts << item->child(i)->text(0);
-        }
-    }
-    return texts;
-}
+}  // namespace
 
-QSet<QString> leafKeys(QTreeWidget* tree) {
-    QSet<QString> keys;
-    QList<QTreeWidgetItem*> pending{tree->invisibleRootItem()};
-    while (!pending.isEmpty()) {
-        QTreeWidgetItem* item = pending.takeLast();
-        if (item->childCount() == 0 && item->parent()) {
-            keys.insert(item->text(2));
-        }
-        for (int i = 0; i < item->childCount(); ++i) {
-            pending << item->child(i);
-        }
-    }
-    return keys;
-}
-
-bool choose(QTreeWidget* tree, const QStringList& path) {
+QString dump(QTreeWidget* tree, const QStringList& path) {
     QTreeWidgetItem* item = itemAt(tree, path);
-    if (!item || path.isEmpty()) {
-        return false;
+    bool keyed = false;  // a flat list carries no keys
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        keyed = keyed || tree->topLevelItem(i)->childCount() > 0;
     }
-    tree->setCurrentItem(item);
-    return true;
+    if (!item || !path.isEmpty()) {
+        return item ? dumpItem(item, path.mid(0, path.size() - 1), keyed) : "(none)";
+    }
+    QStringList items;
+    for (int i = 0; i < item->childCount(); ++i) {
+        items << dumpItem(item->child(i), {}, keyed);
+    }
+    return items.join(" ");
 }
 
-void clickItem(QTreeWidget* tree, QTreeWidgetItem* item) {
-    tree->scrollToItem(item);
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      tree->visualItemRect(item).center());
+QString currentPath(QTreeWidget* tree) {
+    QStringList path;
+    for (QTreeWidgetItem* item = tree->currentItem(); item; item = item->parent()) {
+        path.prepend(item->text(0));
+    }
+    return path.join("/");
 }
 
-QSet<QString> storedList(const QString& text) {
-    QSet<QString> items;
-    for (const QString& item : text.split(',', Qt::SkipEmptyParts)) {
-        items.insert(item);
+QString canonical(const QString& stored, int fixed) {
+    QStringList records;
+    for (const QString& record : stored.split(',', Qt::SkipEmptyParts)) {
+        QStringList words = record.split(' ', Qt::SkipEmptyParts);
+        QStringList sorted = words.mid(fixed);
+        sorted.sort();
+        records << (words.mid(0, fixed) + sorted).join(" ");
     }
-    return items;
+    records.sort();
+    return records.join(",");
 }
 
-QHash<QString, QSet<int>> storedIdMap(const QString& text) {
-    QHash<QString, QSet<int>> map;
-    for (const QString& record : text.split(',', Qt::SkipEmptyParts)) {
-        QStringList parts = record.split(' ', Qt::SkipEmptyParts);
-        if (parts.isEmpty()) {
-            continue;
-        }
-        QSet<int>& ids = map[parts.takeFirst()];
-        for (const QString& id : parts) {
-            ids.insert(id.toInt());
-        }
+void Pages::act(const QString& treeName, const QStringList& path, const QString& button) {
+    QTreeWidgetItem* item = path.isEmpty() ? nullptr : itemAt(tree(treeName), path);
+    ASSERT_TRUE(item || path.isEmpty()) << (treeName + ": " + path.join("/")).toStdString();
+    tree(treeName)->setCurrentItem(item);
+    if (!button.isEmpty()) {
+        press(button);
     }
-    return map;
-}
-
-QHash<QString, QHash<int, QSet<QString>>> storedReferenceMap(const QString& text) {
-    QHash<QString, QHash<int, QSet<QString>>> map;
-    for (const QString& record : text.split(',', Qt::SkipEmptyParts)) {
-        QStringList parts = record.split(' ', Qt::SkipEmptyParts);
-        if (parts.size() < 2) {
-            continue;
-        }
-        const QString key = parts.takeFirst();
-        const int id = parts.takeFirst().toInt();
-        map[key][id] = QSet<QString>(parts.begin(), parts.end());
-    }
-    return map;
 }
 
 }  // namespace lanetap_test

@@ -1,49 +1,57 @@
 #pragma once
 
-#include <QByteArray>
-#include <QHash>
-#include <QSet>
-#include <QString>
-#include <QStringList>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTreeWidget>
 #include <ostream>
 
-class QTreeWidget;
-class QTreeWidgetItem;
+#include "support/DialogFixture.h"
 
-// Texts in the messages of failed expectations.
 inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
 }
 
-// Designs with DDR signals on two channels, and readers of the selection trees and of the stored
-// selection text, for the tests of the selection pages.
+// Designs with DDR parts, and readers of the selection trees and of stored selections, for the
+// tests of the selection pages.
 namespace lanetap_test {
 
-// Controller U1 (transient simulation, read cycle) and x8 memory U2, each with DQ2, DQ10, the
-// strobe pairs DQS0 and DQS1 and the clock pair CK0 on channels 0 and 1; the memory also has DQ17,
-// whose strobe DQS2 does not exist. Every pin has a net of its own. The probe X1 gets
-// `probeParameters` ({"key":"value",...} without braces).
-QByteArray busDesign(const QString& probeParameters = QString());
-// The keys of every signal of busDesign.
-QStringList busSignalKeys();
+// A DDR part whose pins ("DQ13", "DQS_t1", ...) sit on each of `channels`, every port on a net of
+// its own.
+QString ddrPart(const QString& name, const QString& cell, const QString& refDes,
+                const QString& parameters, const QStringList& pins, QList<int> channels = {0});
+// Controller U1 (transient simulation, read cycle) and x8 memory U2 on channels 0 and 1, each with
+// DQ2, DQ10, the strobe pairs DQS0 and DQS1 and the clock pair CK0; the memory also has DQ17, whose
+// strobe DQS2 does not exist. `memoryPins` replaces the memory's pins, `withMemory` leaves it out.
+// The probe X1 gets `probeParameters` ({"key":"value",...} without braces).
+QByteArray busDesign(const QString& probeParameters = {}, const QStringList& memoryPins = {},
+                     bool withMemory = true);
 
-// The item reached from the top level by the column 0 texts of `path`; null if there is none.
-QTreeWidgetItem* itemAt(QTreeWidget* tree, const QStringList& path);
-// Column 0 of the children of the item at `path` (of the top-level items for an empty path), in
-// the tree's order.
-QStringList childTexts(QTreeWidget* tree, const QStringList& path = {});
-// Column 2 of every leaf of the tree.
-QSet<QString> leafKeys(QTreeWidget* tree);
-// Makes the item at `path` current; false if there is no such item.
-bool choose(QTreeWidget* tree, const QStringList& path);
-// A left click on the item, as the user makes it; the tree must be showing.
-void clickItem(QTreeWidget* tree, QTreeWidgetItem* item);
+// The tree, or the subtree at `path`, as one text: each item's column 0, then "[column 1]" when
+// that is not its parent's column 0, "=column 2" when that is not the key its path gives (the type
+// and channel as they are, "type_channel_node" and "type_channel_node_signal" below; not in a flat
+// tree, whose lists carry no keys), and "!" with
+// the colours of columns 0 and 1 (r red, k black, g dark green, - none) when they are not none and
+// dark green (none without a column 1); children follow in parentheses, in the tree's order.
+QString dump(QTreeWidget* tree, const QStringList& path = {});
+// The column 0 path of the current item, "/"-joined; empty without one.
+QString currentPath(QTreeWidget* tree);
+// The records of a stored list or map in one order: records sorted, the words behind each record's
+// first (and, with `fixed` 2, second) word sorted.
+QString canonical(const QString& stored, int fixed = 1);
 
-// A stored string list as a set of its items.
-QSet<QString> storedList(const QString& text);
-// A stored map of "key id id ," records, ids as sets.
-QHash<QString, QSet<int>> storedIdMap(const QString& text);
-// A stored map of "key id name name ," records.
-QHash<QString, QHash<int, QSet<QString>>> storedReferenceMap(const QString& text);
+// The dialog opened on X1, driven through its widgets.
+struct Pages : OpenDialog {
+    using OpenDialog::OpenDialog;
+    QTreeWidget* tree(const QString& name) const { return find<QTreeWidget>(name); }
+    void tab(int index) const { find<QTabWidget>("measurementTabs")->setCurrentIndex(index); }
+    // Makes the item at `path` of the tree current, none for an empty path, then presses `button`
+    // unless it is empty.
+    void act(const QString& treeName, const QStringList& path, const QString& button = {});
+    void press(const QString& button) const { find<QPushButton>(button)->click(); }
+    QString title(const char* group) const { return find<QGroupBox>(group)->title(); }
+    QString text(const char* label) const { return find<QLabel>(label)->text(); }
+};
 
 }  // namespace lanetap_test

@@ -17,45 +17,57 @@ QString programPath() {
     return QStringLiteral(LANETAP_APP_PATH);
 }
 
-PluginCopy::PluginCopy() {
-    if (!folder.isValid()) {
-        throw std::runtime_error("cannot make a temporary folder for the plug-in");
+namespace {
+
+void require(bool done, const std::string& failure) {
+    if (!done) {
+        throw std::runtime_error(failure);
     }
-    file = folder.filePath(QFileInfo(builtPluginPath()).fileName());
-    if (!QFile::copy(builtPluginPath(), file)) {
-        throw std::runtime_error("cannot copy " + builtPluginPath().toStdString());
+}
+
+ProgramRun run(const QString& program, const QStringList& arguments,
+               const QProcessEnvironment& environment) {
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments);
+    process.closeWriteChannel();
+    ProgramRun result;
+    if (!process.waitForFinished(120000)) {
+        process.kill();
+        process.waitForFinished();
+        ADD_FAILURE() << program.toStdString() << " did not start or did not finish";
+        return result;
     }
+    result.out = process.readAllStandardOutput();
+    result.err = process.readAllStandardError();
+    result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    return result;
+}
+
+}  // namespace
+
+PluginCopy::PluginCopy() : file(folder.filePath(QFileInfo(builtPluginPath()).fileName())) {
+    require(folder.isValid() && QFile::copy(builtPluginPath(), file),
+            "cannot copy " + builtPluginPath().toStdString());
 }
 
 PluginCopy::RegisterFunction PluginCopy::openRegistration() const {
     void* library = dlopen(file.toLocal8Bit().constData(), RTLD_NOW | RTLD_LOCAL);
-    if (!library) {
-        throw std::runtime_error(std::string("dlopen failed: ") + dlerror());
-    }
+    require(library, std::string("dlopen failed: ") + (library ? "" : dlerror()));
     auto entry = reinterpret_cast<RegisterFunction>(dlsym(library, "RegisterLibraryContents"));
-    if (!entry) {
-        throw std::runtime_error("the plug-in has no RegisterLibraryContents");
-    }
+    require(entry, "the plug-in has no RegisterLibraryContents");
     return entry;
 }
 
 Workspace::Workspace() {
-    if (!folder.isValid()) {
-        throw std::runtime_error("cannot make a temporary folder");
-    }
+    require(folder.isValid(), "cannot make a temporary folder");
 }
 
 QString Workspace::write(const QString& name, const QByteArray& bytes) const {
-    const QString target = path(name);
-    QFile file(target);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        throw std::runtime_error("cannot write " + target.toStdString());
-    }
-    return target;
-}
-
-QString Workspace::path(const QString& name) const {
-    return folder.filePath(name);
+    QFile file(path(name));
+    require(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(),
+            "cannot write " + file.fileName().toStdString());
+    return file.fileName();
 }
 
 QStringList Workspace::files() const {
@@ -64,9 +76,7 @@ QStringList Workspace::files() const {
 
 QByteArray readBytes(const QString& path) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw std::runtime_error("cannot read " + path.toStdString());
-    }
+    require(file.open(QIODevice::ReadOnly), "cannot read " + path.toStdString());
     return file.readAll();
 }
 
@@ -83,33 +93,6 @@ HostWithPlugin::HostWithPlugin(const QByteArray& design, standin::RegistryConfig
     host.loadDesign(workspace.write("design.json", design));
     registrationFailures = host.loadPlugin(plugin.path());
 }
-
-namespace {
-
-ProgramRun run(const QString& program, const QStringList& arguments,
-               const QProcessEnvironment& environment) {
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(program, arguments);
-    ProgramRun result;
-    if (!process.waitForStarted(30000)) {
-        ADD_FAILURE() << "cannot start " << program.toStdString();
-        return result;
-    }
-    process.closeWriteChannel();
-    if (!process.waitForFinished(120000)) {
-        process.kill();
-        process.waitForFinished();
-        ADD_FAILURE() << program.toStdString() << " did not finish";
-        return result;
-    }
-    result.out = process.readAllStandardOutput();
-    result.err = process.readAllStandardError();
-    result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    return result;
-}
-
-}  // namespace
 
 ProgramRun runProgram(const QStringList& arguments, const QProcessEnvironment& environment) {
     return run(programPath(), arguments, environment);

@@ -26,7 +26,6 @@ class PluginCopy {
 public:
     PluginCopy();
     const QString& path() const { return file; }
-
     // Opens this copy with dlopen and gives its RegisterLibraryContents. The library stays
     // loaded for the life of the process, as the host keeps it.
     using RegisterFunction = void (*)(InterfaceRegistry*);
@@ -43,7 +42,7 @@ public:
     Workspace();
     // Writes `bytes` to `name` in the folder and gives the path.
     QString write(const QString& name, const QByteArray& bytes) const;
-    QString path(const QString& name) const;
+    QString path(const QString& name) const { return folder.filePath(name); }
     // Names of the files in the folder, sorted.
     QStringList files() const;
 
@@ -60,7 +59,6 @@ QByteArray designText(const QStringList& instances);
 struct HostWithPlugin {
     explicit HostWithPlugin(const QByteArray& design,
                             standin::RegistryConfig config = standin::RegistryConfig());
-
     Workspace workspace;
     PluginCopy plugin;
     standin::Host host;
