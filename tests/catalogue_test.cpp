@@ -5,14 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <QSet>
 #include <algorithm>
-#include <climits>
 #include <tuple>
 
 #include "catalogue/ComplianceLookups.h"
 #include "catalogue/ComplianceTables.h"
-#include "catalogue/SpeedGradeDefaults.h"
 
 inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
@@ -109,24 +106,4 @@ TEST(ComplianceLookups, FiltersKeepTheRowsOfTheirCycleDramTypeAndStrobeMode) {
     // The rule drops rows: a continuous strobe and a cycle each narrow the DDR4 DQ rows.
     EXPECT_EQ(complianceNamesFor("DQ", "DDR4", 0, 0).size(), 16);
     EXPECT_EQ(complianceNamesFor("DQ", "DDR4", 1, 1).size(), 6);
-}
-
-TEST(SpeedGradeDefaults, DataRateSelectsItsGradeOrTheNextOneUp) {
-    // Each rate and the column it reads.
-    const std::pair<int, int> cases[] = {
-        {INT_MIN, 1600}, {0, 1600},    {1600, 1600}, {1601, 1866}, {1865, 1866},   {1866, 1866},
-        {1867, 2133},    {2132, 2133}, {2133, 2133}, {2134, 2400}, {2399, 2400},   {2400, 2400},
-        {2401, 2666},    {2665, 2666}, {2666, 2666}, {2667, 2933}, {2932, 2933},   {2933, 2933},
-        {2934, 3200},    {3199, 3200}, {3200, 3200}, {3201, 3200}, {INT_MAX, 3200}};
-    EXPECT_EQ(thresholdDefaultsBySpeedGrade().size(), 7);
-    for (const auto& [rate, grade] : cases) {
-        SCOPED_TRACE(rate);
-        EXPECT_EQ(thresholdSpeedGrade(rate), grade);
-        const QHash<QString, QString> column = thresholdDefaultsBySpeedGrade().value(grade);
-        EXPECT_EQ(column.size(), 28);
-        for (auto value = column.cbegin(); value != column.cend(); ++value) {
-            EXPECT_EQ(thresholdDefault(rate, value.key()), value.value());
-        }
-        EXPECT_TRUE(thresholdDefault(rate, "vih_dq").isEmpty());
-    }
 }

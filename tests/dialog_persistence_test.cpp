@@ -19,16 +19,10 @@ using lanetap_test::probeInstance;
 namespace {
 
 // A DDR4 memory U2 on channel 0 with DQ0, the strobe pair DQS0 and the clock pair CK0.
-const char* const kMemoryU2 = R"({"name":"U2","cell":"DDR_Memory","library":"ddr",
-  "parameters":{"DDRIbisFile":"memory.ibs","RefDesName":"U2","RefDesDQM":"x8","DieMode":"No"},
-  "terminals":[{"name":"DQ0","net":"n_dq0"},{"name":"DQS_t0","net":"n_dqs_p"},
-               {"name":"DQS_c0","net":"n_dqs_n"},{"name":"CK_t0","net":"n_ck_p"},
-               {"name":"CK_c0","net":"n_ck_n"}],
-  "ddrPorts":[{"port":"DQ0","pin":"DQ0","refDes":"U2","channel":0,"signal":"DQ","index":0},
-    {"port":"DQS_t0","pin":"DQS_t0","refDes":"U2","channel":0,"signal":"DQS_t","index":0},
-    {"port":"DQS_c0","pin":"DQS_c0","refDes":"U2","channel":0,"signal":"DQS_c","index":0},
-    {"port":"CK_t0","pin":"CK_t0","refDes":"U2","channel":0,"signal":"CK_t","index":0},
-    {"port":"CK_c0","pin":"CK_c0","refDes":"U2","channel":0,"signal":"CK_c","index":0}]})";
+const QString kMemoryU2 = lanetap_test::ddrPart(
+    "U2", "DDR_Memory", "U2",
+    R"("DDRIbisFile":"memory.ibs","RefDesName":"U2","RefDesDQM":"x8","DieMode":"No")",
+    {"DQ0", "DQS_t0", "DQS_c0", "CK_t0", "CK_c0"});
 
 // "key=stored => as the opening rewrites it", or "key=stored" for a text that stays. Stale signal
 // keys, unknown ids and compliance tests of another signal type go; numbers and voltages are

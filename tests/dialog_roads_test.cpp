@@ -1,11 +1,13 @@
 // The two ways in and out of the setup dialog: opening it through the script function, and the
-// commands Apply, Finish, Cancel and Help reaching the host.
+// commands Apply, Finish, Cancel and Help reaching the host; and the wizard's walk through the
+// measurement tabs.
 
 #include <gtest/gtest.h>
 
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTabWidget>
 
 #include "support/DialogFixture.h"
 
@@ -50,4 +52,60 @@ TEST(DialogRoads, OpeningReuseAndTheCommandsReachTheHost) {
     opened.find<QPushButton>("finishButton")->click();
     EXPECT_EQ(host.commandsEnded, 2);
     EXPECT_EQ(host.commits, 5);  // the opening and Finish
+}
+
+namespace {
+
+// A probe stored on the first page at `tab`.
+QByteArray atTab(const QString& tab) {
+    return lanetap_test::designText({lanetap_test::probeInstance(
+        "X1", QString(R"("StackWidgetPageNumber":"0","TabWidgetTabNumber":"%1")").arg(tab))});
+}
+
+// The wizard as "tab enabled-tabs buttons stored-tab": the current tab of the measurement route,
+// "1" for each of its enabled tabs, which of Back, Next and Finish show ("-" for a hidden one),
+// and the furthest tab as stored.
+std::string wizard(const OpenDialog& opened) {
+    auto* tabs = opened.find<QTabWidget>("measurementTabs");
+    QString state = QString::number(tabs->currentIndex()) + ' ';
+    for (int i = 0; i < tabs->count(); ++i) {
+        state += tabs->isTabEnabled(i) ? '1' : '0';
+    }
+    state += ' ';
+    for (const char* button : {"backButton", "nextButton", "finishButton"}) {
+        state += opened.find<QPushButton>(button)->isHidden() ? '-' : QChar(button[0]).toUpper();
+    }
+    return (state + ' ' + opened.stored("TabWidgetTabNumber")).toStdString();
+}
+
+}  // namespace
+
+// Each step: the button clicked ("-" for none), then the wizard after it.
+TEST(DialogWizard, NextAndBackWalkTheMeasurementRouteWithoutLoweringTheFurthestTab) {
+    OpenDialog opened(atTab("0"));
+    ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
+    for (const QString& step :
+         QString("-:0 10000 -N- 0;next:1 11000 BN- 0;back:0 11000 -N- 0;next:1 11000 BN- 0;"
+                 "next:2 11100 BN- 0;next:3 11110 BN- 0;back:2 11110 BN- 0;back:1 11110 BN- 0;"
+                 "apply:1 11110 BN- 3;next:2 11110 BN- 3;next:3 11110 BN- 3;"
+                 "next:4 11111 B-F 3;finish:4 11111 B-F 4")
+             .split(';')) {
+        if (step[0] != '-') {
+            opened.find<QPushButton>(step.section(':', 0, 0) + "Button")->click();
+        }
+        EXPECT_EQ(wizard(opened), step.section(':', 1).toStdString()) << step.toStdString();
+    }
+}
+
+// The dialog always opens on the measurement route, with the tabs up to the stored one enabled;
+// beyond the last tab no tab becomes current, but the buttons follow the stored number. Each case:
+// the stored tab, then the wizard after the opening.
+TEST(DialogWizard, TheStoredTabDecidesWhereTheDialogOpens) {
+    for (const QString& c : QString("3:3 11110 BN- 3;4:4 11111 B-F 4;9:0 11111 BN- 9;"
+                                    "1x:1 11000 BN- 1;:0 10000 -N- 0")
+                                .split(';')) {
+        OpenDialog opened(atTab(c.section(':', 0, 0)));
+        ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;
+        EXPECT_EQ(wizard(opened), c.section(':', 1).toStdString()) << c.toStdString();
+    }
 }

@@ -57,11 +57,13 @@ const QString k2400 =
 const QString kThresholds = QString(k2400).remove(QRegularExpression("=[^;]*")).replace(';', ' ');
 
 QString controller(const QString& burstMode, const QString& dataMode, const QString& simulation) {
-    return QString(R"({"name":"U1","cell":"DDR_Controller","library":"ddr",
-        "parameters":{"DDRIbisFile":"controller.ibs","RefDesName":"U1","BurstMode":"%1",
-                      "DataMode":"%2","SimulationMode":"%3","DataRate":"3200",
-                      "DataRateUnit":"Mbps","DataRateType":"1T"}})")
-        .arg(burstMode, dataMode, simulation);
+    return lanetap_test::ddrPart(
+        "U1", "DDR_Controller", "U1",
+        QString(R"("DDRIbisFile":"controller.ibs","RefDesName":"U1","BurstMode":"%1",)"
+                R"("DataMode":"%2","SimulationMode":"%3","DataRate":"3200",)"
+                R"("DataRateUnit":"Mbps","DataRateType":"1T")")
+            .arg(burstMode, dataMode, simulation),
+        {});
 }
 
 }  // namespace

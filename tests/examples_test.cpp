@@ -1,11 +1,9 @@
-// The design files of examples/, through runs of the lanetap program: each is described and
-// listed in the README, and gives the block and the warnings that its description promises.
+// The design files of examples/, through runs of the lanetap program: each is listed in the
+// README and gives the block and the warnings that its description promises.
 
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QRegularExpression>
 
 #include "support/BlockReader.h"
@@ -59,8 +57,6 @@ TEST(Examples, EachDesignGivesTheBlockItDescribes) {
         EXPECT_TRUE(files.removeOne(example.file));
         EXPECT_TRUE(readme.contains(QString("examples/") + example.file));
         const QString path = folder + example.file;
-        const QJsonObject design = QJsonDocument::fromJson(lanetap_test::readBytes(path)).object();
-        EXPECT_GT(design["description"].toString().size(), 80);
 
         const lanetap_test::ProgramRun run =
             lanetap_test::runProgram({"netlist", path, "--probe", "X1"});

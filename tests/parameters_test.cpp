@@ -200,24 +200,3 @@ TEST(ControllerParameters, SimulationSettingsIgnoreCaseAndOnlyAControllerHasThem
         EXPECT_EQ(read->dataRate() + "|" + read->dataRateType(), rate);
     }
 }
-
-TEST(ControllerParameters, ProbedInstanceIsTheReceiverInADdrSimulation) {
-    // DDR simulation, read mode, signal family, probed on the controller, probed on the memory.
-    const std::tuple<bool, bool, const char*, bool, bool> rows[] = {
-        {false, true, "DQ", false, false},  {true, true, "DQ", true, false},
-        {true, false, "DQ", false, true},   {true, true, "DQS_t", true, false},
-        {true, true, "DQS_c", true, false}, {true, true, "DM_n", true, false},
-        {true, true, "DBI_n", true, false}, {true, true, "CK_t", false, true},
-        {true, false, "A", false, true},    {true, true, "DQS", false, true}};
-    for (const auto& [ddrSimulation, readMode, family, onController, onMemory] : rows) {
-        ControllerParameters controller;
-        controller.ddrSimulation = ddrSimulation;
-        controller.readMode = readMode;
-        EXPECT_EQ(QList<bool>({controller.isProbedInstance(family, controllerCellName),
-                               controller.isProbedInstance(family, memoryCellName),
-                               controller.isProbedInstance(family, "Plain")}),
-                  QList<bool>({onController, onMemory, false}))
-            << family;
-    }
-    EXPECT_FALSE(MemoryTxRxComponentParameters().isProbedInstance("CK_t", memoryCellName));
-}

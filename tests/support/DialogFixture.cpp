@@ -29,12 +29,6 @@ QString OpenDialog::stored(const QString& key, const QString& instance) const {
     return value ? QString::fromStdString(*value) : QString();
 }
 
-void OpenDialog::store(const QString& key, const QString& value, const QString& instance) {
-    standin::Instance* found = hosted->host.design()->findInstance(instance.toStdString());
-    ASSERT_NE(found, nullptr);
-    found->parameters.values[key.toStdString()] = value.toStdString();
-}
-
 QString probeInstance(const QString& name, const QString& parameters) {
     return QString(R"({"name":"%1","cell":"LaneTap","library":"lanetap","parameters":{%2}})")
         .arg(name, parameters);

@@ -34,8 +34,6 @@ public:
 
     // A stored parameter of an instance as the design now holds it (after commits).
     QString stored(const QString& key, const QString& instance = "X1") const;
-    // Stores a parameter straight into the design, as if its file had held it.
-    void store(const QString& key, const QString& value, const QString& instance = "X1");
 
     HostWithPlugin& host() { return *hosted; }
 

@@ -1,29 +1,6 @@
 #include "support/SelectionPages.h"
 
-#include <QRegularExpression>
-
 namespace lanetap_test {
-
-QString ddrPart(const QString& name, const QString& cell, const QString& refDes,
-                const QString& parameters, const QStringList& pins, QList<int> channels) {
-    QStringList terminals;
-    QStringList ports;
-    for (int channel : channels) {
-        for (const QString& pin : pins) {
-            const QString port = QString("%1_%2").arg(pin).arg(channel);
-            const QString family = QString(pin).remove(QRegularExpression("\\d+$"));
-            terminals << QString(R"({"name":"%1","net":"n_%2_%1"})").arg(port, name);
-            ports << QString(R"({"port":"%1","pin":"%2","refDes":"%3","channel":%4,)"
-                             R"("signal":"%5","index":%6})")
-                         .arg(port, pin, refDes)
-                         .arg(channel)
-                         .arg(family, pin.mid(family.size()));
-        }
-    }
-    return QString(R"({"name":"%1","cell":"%2","parameters":{%3},"terminals":[%4],)"
-                   R"("ddrPorts":[%5]})")
-        .arg(name, cell, parameters, terminals.join(","), ports.join(","));
-}
 
 QByteArray busDesign(const QString& probeParameters, const QStringList& memoryPins,
                      bool withMemory) {

@@ -17,10 +17,6 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 // tests of the selection pages.
 namespace lanetap_test {
 
-// A DDR part whose pins ("DQ13", "DQS_t1", ...) sit on each of `channels`, every port on a net of
-// its own.
-QString ddrPart(const QString& name, const QString& cell, const QString& refDes,
-                const QString& parameters, const QStringList& pins, QList<int> channels = {0});
 // Controller U1 (transient simulation, read cycle) and x8 memory U2 on channels 0 and 1, each with
 // DQ2, DQ10, the strobe pairs DQS0 and DQS1 and the clock pair CK0; the memory also has DQ17, whose
 // strobe DQS2 does not exist. `memoryPins` replaces the memory's pins, `withMemory` leaves it out.

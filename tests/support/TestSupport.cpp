@@ -1,12 +1,12 @@
 #include "support/TestSupport.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRegularExpression>
 
 namespace lanetap_test {
 
@@ -51,14 +51,6 @@ PluginCopy::PluginCopy() : file(folder.filePath(QFileInfo(builtPluginPath()).fil
             "cannot copy " + builtPluginPath().toStdString());
 }
 
-PluginCopy::RegisterFunction PluginCopy::openRegistration() const {
-    void* library = dlopen(file.toLocal8Bit().constData(), RTLD_NOW | RTLD_LOCAL);
-    require(library, std::string("dlopen failed: ") + (library ? "" : dlerror()));
-    auto entry = reinterpret_cast<RegisterFunction>(dlsym(library, "RegisterLibraryContents"));
-    require(entry, "the plug-in has no RegisterLibraryContents");
-    return entry;
-}
-
 Workspace::Workspace() {
     require(folder.isValid(), "cannot make a temporary folder");
 }
@@ -86,6 +78,27 @@ QByteArray designText(const QStringList& instances) {
                "  \"instances\": [\n    %1\n  ]\n}\n")
         .arg(instances.join(",\n    "))
         .toUtf8();
+}
+
+QString ddrPart(const QString& name, const QString& cell, const QString& refDes,
+                const QString& parameters, const QStringList& pins, QList<int> channels) {
+    QStringList terminals;
+    QStringList ports;
+    for (int channel : channels) {
+        for (const QString& pin : pins) {
+            const QString port = QString("%1_%2").arg(pin).arg(channel);
+            const QString family = QString(pin).remove(QRegularExpression("\\d+$"));
+            terminals << QString(R"({"name":"%1","net":"n_%2_%1"})").arg(port, name);
+            ports << QString(R"({"port":"%1","pin":"%2","refDes":"%3","channel":%4,)"
+                             R"("signal":"%5","index":%6})")
+                         .arg(port, pin, refDes)
+                         .arg(channel)
+                         .arg(family, pin.mid(family.size()));
+        }
+    }
+    return QString(R"({"name":"%1","cell":"%2","parameters":{%3},"terminals":[%4],)"
+                   R"("ddrPorts":[%5]})")
+        .arg(name, cell, parameters, terminals.join(","), ports.join(","));
 }
 
 HostWithPlugin::HostWithPlugin(const QByteArray& design, standin::RegistryConfig config)

@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "host/Interfaces.h"
 #include "standin/Host.h"
 
 // Helpers shared by the tests: copies of the built plug-in, design files in temporary folders and
@@ -26,10 +25,6 @@ class PluginCopy {
 public:
     PluginCopy();
     const QString& path() const { return file; }
-    // Opens this copy with dlopen and gives its RegisterLibraryContents. The library stays
-    // loaded for the life of the process, as the host keeps it.
-    using RegisterFunction = void (*)(InterfaceRegistry*);
-    RegisterFunction openRegistration() const;
 
 private:
     QTemporaryDir folder;
@@ -54,6 +49,10 @@ QByteArray readBytes(const QString& path);
 
 // A design file of the given instances, each the text of one JSON object.
 QByteArray designText(const QStringList& instances);
+// A DDR part whose pins ("DQ13", "DQS_t1", ...) sit on each of `channels`, every port on a net of
+// its own; `parameters` is {"key":"value",...} without braces.
+QString ddrPart(const QString& name, const QString& cell, const QString& refDes,
+                const QString& parameters, const QStringList& pins, QList<int> channels = {0});
 
 // The stand-in host with a design loaded from JSON text and a fresh copy of the plug-in loaded.
 struct HostWithPlugin {
