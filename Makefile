@@ -8,7 +8,9 @@ JOBS         ?= $(shell nproc)
 
 # Debian packages the build and the tests need.
 PACKAGES = build-essential cmake ninja-build binutils pkg-config qtbase5-dev qtbase5-dev-tools \
-           libqt5opengl5-dev libgtest-dev libgmock-dev
+           libqt5opengl5-dev libgtest-dev libgmock-dev locales
+# A locale with a decimal comma, under which the tests run the program too.
+COMMA_LOCALE = de_DE.UTF-8
 
 SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
@@ -27,6 +29,9 @@ deps:
 	  $(SUDO) apt-get update -qq && \
 	  DEBIAN_FRONTEND=noninteractive $(SUDO) apt-get install -y -qq --no-install-recommends $$missing >/dev/null; \
 	fi
+	@locale -a | grep -qix 'de_DE.utf8' || { \
+	  echo "Generating the locale $(COMMA_LOCALE)"; \
+	  echo "$(COMMA_LOCALE) UTF-8" | $(SUDO) tee -a /etc/locale.gen >/dev/null && $(SUDO) locale-gen >/dev/null; }
 
 configure: deps
 	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=$(BUILD_TYPE)

@@ -15,6 +15,7 @@
 #include "catalogue/MeasurementTypes.h"
 #include "catalogue/SpeedGradeDefaults.h"
 #include "catalogue/VoltageUnits.h"
+#include "standin/DesignFile.h"
 
 namespace lanetap {
 namespace {
@@ -59,8 +60,9 @@ int choice(const Arguments& arguments, const QString& option, const QStringList&
             return i;
         }
     }
-    throw Failure(ExitUsage,
-                  QString("--%1 must be %2, not '%3'").arg(option, words.join(" or "), value));
+    throw Failure(
+        ExitUsage,
+        QString("--%1 must be %2, not %3").arg(option, words.join(" or "), standin::quoted(value)));
 }
 
 ComplianceFilter filterOf(const Arguments& arguments) {
@@ -271,8 +273,8 @@ int thresholdGrade(const Arguments& arguments) {
     const int rate = arguments.value("thresholds").toInt(&ok);
     if (!ok || rate <= 0) {
         throw Failure(ExitUsage, QString("--thresholds needs a data rate in MT/s such as 2933, "
-                                         "not '%1'")
-                                     .arg(arguments.value("thresholds")));
+                                         "not %1")
+                                     .arg(standin::quoted(arguments.value("thresholds"))));
     }
     return LaneTapUI::thresholdSpeedGrade(rate);
 }
@@ -298,9 +300,8 @@ int showThresholds(const Arguments& arguments) {
 
 int runCatalogue(const Arguments& arguments) {
     if (!arguments.positional.isEmpty()) {
-        throw Failure(
-            ExitUsage,
-            QString("catalogue takes no arguments, not '%1'").arg(arguments.positional.front()));
+        throw Failure(ExitUsage, QString("catalogue takes no arguments, not %1")
+                                     .arg(standin::quoted(arguments.positional.front())));
     }
     const ComplianceFilter filter = filterOf(arguments);
     const bool thresholds = arguments.values.contains("thresholds");

@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "standin/DesignFile.h"
+
 namespace lanetap {
 
 QString Arguments::required(const QString& option) const {
@@ -47,7 +49,7 @@ Arguments parseArguments(const Command& command, const QStringList& words) {
         } else {
             throw Failure(ExitUsage,
                           QString("unknown option --%1 for '%2'; see 'lanetap %2 --help'")
-                              .arg(option, command.name));
+                              .arg(standin::printable(option), command.name));
         }
     }
     return arguments;
@@ -68,8 +70,8 @@ void loadDesign(standin::Host& host, const QString& path) {
 standin::Instance* findProbe(const standin::Host& host, const QString& name) {
     standin::Instance* probe = host.design()->findInstance(name.toStdString());
     if (!probe) {
-        throw Failure(ExitUsage,
-                      QString("%1: no instance named %2").arg(host.design()->filePath, name));
+        throw Failure(ExitUsage, QString("%1: no instance named %2")
+                                     .arg(host.design()->filePath, standin::quoted(name)));
     }
     return probe;
 }

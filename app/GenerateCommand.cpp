@@ -4,6 +4,7 @@
 
 #include "app/Commands.h"
 #include "app/DesignGenerator.h"
+#include "standin/DesignFile.h"
 
 namespace lanetap {
 namespace {
@@ -20,11 +21,11 @@ int boundedNumber(const Arguments& arguments, const QString& option, int low, in
     bool ok = false;
     const int number = arguments.value(option).toInt(&ok);
     if (!ok || number < low || number > high) {
-        throw Failure(ExitUsage, QString("--%1 must be a whole number from %2 to %3, not '%4'")
+        throw Failure(ExitUsage, QString("--%1 must be a whole number from %2 to %3, not %4")
                                      .arg(option)
                                      .arg(low)
                                      .arg(high)
-                                     .arg(arguments.value(option)));
+                                     .arg(standin::quoted(arguments.value(option))));
     }
     return number;
 }
@@ -33,9 +34,8 @@ GeneratorOptions optionsOf(const Arguments& arguments) {
     GeneratorOptions options;
     const QString dram = arguments.values.value("dram", "ddr4").toLower();
     if (dram != "ddr4" && dram != "lpddr4") {
-        throw Failure(
-            ExitUsage,
-            QString("--dram must be ddr4 or lpddr4, not '%1'").arg(arguments.value("dram")));
+        throw Failure(ExitUsage, QString("--dram must be ddr4 or lpddr4, not %1")
+                                     .arg(standin::quoted(arguments.value("dram"))));
     }
     options.lpddr4 = dram == "lpddr4";
     options.channels = boundedNumber(arguments, "channels", 1, maxChannels, 1);
@@ -46,9 +46,9 @@ GeneratorOptions optionsOf(const Arguments& arguments) {
     const QStringList widths =
         options.lpddr4 ? QStringList{"x8", "x16"} : QStringList{"x4", "x8", "x16"};
     if (!widths.contains(width)) {
-        throw Failure(ExitUsage, QString("--width must be %1 for %2, not '%3'")
+        throw Failure(ExitUsage, QString("--width must be %1 for %2, not %3")
                                      .arg(widths.join(", "), options.lpddr4 ? "LPDDR4" : "DDR4",
-                                          arguments.value("width")));
+                                          standin::quoted(arguments.value("width"))));
     }
     options.width = width.mid(1).toInt();
     options.dieNodes = arguments.has("die");
@@ -62,8 +62,8 @@ GeneratorOptions optionsOf(const Arguments& arguments) {
 int runGenerate(const Arguments& arguments) {
     if (!arguments.positional.isEmpty()) {
         throw Failure(ExitUsage, QString("generate writes the design to stdout and takes no "
-                                         "arguments, not '%1'")
-                                     .arg(arguments.positional.front()));
+                                         "arguments, not %1")
+                                     .arg(standin::quoted(arguments.positional.front())));
     }
     const GeneratorOptions options = optionsOf(arguments);
     writeOut(QString::fromUtf8(QJsonDocument(generateDesign(options)).toJson()));

@@ -47,7 +47,8 @@ int runGet(const Arguments& arguments) {
         if (!parameters.contains(key)) {
             throw Failure(ExitUsage, QString("%1: instance %2 has no parameter %3")
                                          .arg(arguments.positional.front(),
-                                              QString::fromStdString(opened.probe->name), key));
+                                              QString::fromStdString(opened.probe->name),
+                                              standin::quoted(key)));
         }
         out += key + "=" + parameters.value(key) + "\n";
     }
@@ -68,12 +69,15 @@ int runSet(const Arguments& arguments) {
         const QString key = assignment.left(equals);
         const QString value = assignment.mid(equals + 1);
         if (equals <= 0 || !standin::nameProblem(key.toStdString()).empty()) {
-            throw Failure(ExitUsage,
-                          QString("'%1' is not KEY=VALUE with a plain key").arg(assignment));
+            throw Failure(
+                ExitUsage,
+                QString("%1 is not KEY=VALUE with a plain key").arg(standin::quoted(assignment)));
         }
-        if (std::any_of(value.begin(), value.end(),
-                        [](QChar c) { return c.category() == QChar::Other_Control; })) {
-            throw Failure(ExitUsage, QString("the value of %1 holds a control character").arg(key));
+        // What the loader would refuse is not written.
+        const std::string problem = standin::valueProblem(key.toStdString(), value);
+        if (!problem.empty()) {
+            throw Failure(ExitUsage,
+                          QString("the value of %1 %2").arg(key, QString::fromStdString(problem)));
         }
         changed[key.toStdString()] = value.toStdString();
     }

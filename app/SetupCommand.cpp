@@ -10,6 +10,7 @@
 #include <cstdio>
 
 #include "app/Commands.h"
+#include "standin/DesignFile.h"
 
 namespace lanetap {
 namespace {
@@ -49,8 +50,8 @@ int requestedTab(const Arguments& arguments) {
     bool number = false;
     const int tab = arguments.value("tab").toInt(&number);
     if (!number || tab < 0 || tab > 4) {
-        throw Failure(ExitUsage, QString("--tab must be a tab number from 0 to 4, not '%1'")
-                                     .arg(arguments.value("tab")));
+        throw Failure(ExitUsage, QString("--tab must be a tab number from 0 to 4, not %1")
+                                     .arg(standin::quoted(arguments.value("tab"))));
     }
     return tab;
 }

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "app/Commands.h"
+#include "standin/DesignFile.h"
 
 namespace {
 
@@ -160,7 +161,7 @@ int dispatch(const QStringList& words) {
     }
     throw lanetap::Failure(
         lanetap::ExitUsage,
-        QString("unknown command '%1'; see 'lanetap --help'").arg(words.front()));
+        QString("unknown command %1; see 'lanetap --help'").arg(standin::quoted(words.front())));
 }
 
 }  // namespace
@@ -178,15 +179,34 @@ bool needsWidgets(int argc, char** argv) {
     return true;
 }
 
+// Qt ends the process when its window system cannot be reached; say so in one line instead.
+bool displayMissing() {
+    QString platform = qEnvironmentVariable("QT_QPA_PLATFORM");
+    if (platform.isEmpty()) {
+        platform = "xcb";
+    }
+    return (platform.startsWith("xcb") && qEnvironmentVariableIsEmpty("DISPLAY")) ||
+           (platform.startsWith("wayland") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"));
+}
+
 int main(int argc, char** argv) {
-    const std::unique_ptr<QCoreApplication> application(
-        needsWidgets(argc, argv) ? new QApplication(argc, argv) : new QCoreApplication(argc, argv));
+    const bool widgets = needsWidgets(argc, argv);
+    if (widgets && displayMissing()) {
+        std::fprintf(stderr,
+                     "lanetap: error: setup needs a display; without one, run it with "
+                     "QT_QPA_PLATFORM=offscreen and --screenshot\n");
+        return lanetap::ExitUsage;
+    }
+    const std::unique_ptr<QCoreApplication> application(widgets ? new QApplication(argc, argv)
+                                                                : new QCoreApplication(argc, argv));
     QCoreApplication::setApplicationName("lanetap");
     QCoreApplication::setApplicationVersion(LANETAP_VERSION);
     try {
         return dispatch(QCoreApplication::arguments().mid(1));
     } catch (const lanetap::Failure& failure) {
-        std::fprintf(stderr, "lanetap: error: %s\n", failure.what());
+        // Whatever text the message carries, it stays on its line.
+        const QString message = standin::printable(QString::fromUtf8(failure.what()), -1);
+        std::fprintf(stderr, "lanetap: error: %s\n", message.toUtf8().constData());
         return failure.code;
     }
 }

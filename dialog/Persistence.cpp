@@ -147,7 +147,11 @@ QString doubleText(const db::ParamIter& in, const char* key) {
 // controller, the DRAM type too; the stored values of those are not used.
 void restoreTestModes(const db::ParamIter& in, const Ui::LaneTapQtDialog& form,
                       const ControllerParameters& controller) {
-    form.dramTypeBox->setCurrentIndex(readParamInt(in, "dramType"));
+    // A stored DRAM type that names no item leaves the box as it is.
+    const int dramType = readParamInt(in, "dramType");
+    if (dramType >= 0 && dramType < form.dramTypeBox->count()) {
+        form.dramTypeBox->setCurrentIndex(dramType);
+    }
     if (!controller.parametersRead) {
         form.dqsSignalModeBox->setCurrentIndex(readParamInt(in, "dqsSignalMode"));
         form.modeOfOperationBox->setCurrentIndex(readParamInt(in, "modeOfOperation"));

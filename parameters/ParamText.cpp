@@ -21,8 +21,9 @@ Result readSafely(const db::ParamIterConst& params, const std::string& name, Par
     return result;
 }
 
+// Stored text is UTF-8, as the writers store it.
 QString widen(const char* bytes, std::size_t size) {
-    return QString::fromLatin1(bytes, static_cast<int>(size));
+    return QString::fromUtf8(bytes, static_cast<int>(size));
 }
 
 QString widen(const std::string& bytes) {

@@ -26,7 +26,7 @@ QStringList splitOnWhiteSpace(const QString& text);
 
 // The stored bytes, or an empty string.
 std::string readParamString(const db::ParamIterConst& params, const std::string& name);
-// The same, widened byte by byte; only ASCII comes back as it was written.
+// The same, decoded as UTF-8, the form the writers store.
 QString readParamText(const db::ParamIterConst& params, const std::string& name);
 // Leading white space is skipped and the longest numeric prefix counts; no number or a number out
 // of range gives 0.

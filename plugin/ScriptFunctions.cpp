@@ -1,6 +1,7 @@
 #include <QPointer>
 #include <QString>
 #include <memory>
+#include <stdexcept>
 
 #include "dialog/LaneTapDialog.h"
 #include "host/Script.h"
@@ -21,10 +22,17 @@ QPointer<LaneTapUI::LaneTapDialog>& dialogRef() {
 // Builds or reuses the setup dialog, binds it to the item being edited and loads it. The script
 // that called shows the returned "QtWidget".
 VALUE_HEADER* LaneTap_show_dialog() {
+    ItemParametersEditInterface* editor = LaneTapPlugin::itemParametersInterface();
+    // Without the host's parameter editor there is nothing to edit: the script gets an error and
+    // no dialog is made. Netlisting does not need the editor.
+    if (!editor) {
+        throw std::runtime_error(
+            "LaneTap_show_dialog: the host offers no \"ItemParametersEdit\" interface");
+    }
     WinInstanceC* windowInstance = orl::get_win_instance_parm(0);
     QWidget* parent = windowInstance->parentWidget;
     std::shared_ptr<ItemParameterSession> session;
-    LaneTapPlugin::itemParametersInterface()->openItemSession(session, 1);
+    editor->openItemSession(session, 1);
     if (dialogRef()) {
         dialogRef()->rebindSession(session);
     } else {

@@ -19,12 +19,13 @@ namespace {
 const char* const formatName = "lanetap-design-1";
 
 // Texts of the DDR signal families, in the order of their numeric values.
-const char* const signalFamilies[] = {"DQ",    "DQS_t", "DQS_c", "CK_t",  "CK_c",
-                                      "A",     "VDD",   "VPP",   "VSS",   "ODT",
-                                      "CS_n",  "CKE",   "RAS_n", "CAS_n", "WE_n",
-                                      "BA",    "BG",    "DM_n",  "DBI_n"};
+const char* const signalFamilies[] = {"DQ",   "DQS_t", "DQS_c", "CK_t", "CK_c", "A",     "VDD",
+                                      "VPP",  "VSS",   "ODT",   "CS_n", "CKE",  "RAS_n", "CAS_n",
+                                      "WE_n", "BA",    "BG",    "DM_n", "DBI_n"};
 
-bool isControl(QChar c) { return c.category() == QChar::Other_Control; }
+bool isControl(QChar c) {
+    return c.category() == QChar::Other_Control;
+}
 
 // Reads one instance of the file; every fault names the instance and the field.
 class InstanceReader {
@@ -40,7 +41,7 @@ public:
         Instance* instance = design.addInstance();
         instance->source = object;
         instance->name = name(object, "name");
-        label = QString("instance '%1'").arg(QString::fromStdString(instance->name));
+        label = "instance " + quoted(QString::fromStdString(instance->name));
         if (!takenNames.insert(instance->name).second) {
             fail("name", "another instance has this name");
         }
@@ -58,7 +59,8 @@ public:
 
 private:
     [[noreturn]] void fail(const QString& field, const QString& problem) const {
-        throw DesignError(QString("%1: field '%2' %3").arg(label, field, problem).toStdString());
+        throw DesignError(
+            QString("%1: field '%2' %3").arg(label, printable(field), problem).toStdString());
     }
 
     QString text(const QJsonObject& from, const QString& field, bool required,
@@ -170,8 +172,9 @@ private:
                 fail(where, "must be a string");
             }
             const QString text = it.value().toString();
-            if (std::any_of(text.cbegin(), text.cend(), isControl)) {
-                fail(where, "holds a control character");
+            const std::string problem = valueProblem(key.toStdString(), text);
+            if (!problem.empty()) {
+                fail(where, QString::fromStdString(problem));
             }
             instance.parameters.values[key.toStdString()] = text.toStdString();
         }
@@ -227,7 +230,8 @@ private:
             ddr.port = name(port, "port", where);
             ddr.pin = name(port, "pin", where);
             ddr.refDes = name(port, "refDes", where);
-            ddr.channel = static_cast<std::uint32_t>(integer(port, "channel", 0, UINT32_MAX, 0, where));
+            ddr.channel =
+                static_cast<std::uint32_t>(integer(port, "channel", 0, UINT32_MAX, 0, where));
             ddr.signal = signal(port, where);
             ddr.index = static_cast<std::int32_t>(integer(port, "index", 0, INT32_MAX, 0, where));
             instance.ddrPorts.push_back(ddr);
@@ -283,11 +287,62 @@ QJsonObject parseRoot(const QByteArray& bytes) {
     return root;
 }
 
+QString escaped(uint c) {
+    switch (c) {
+        case '\n':
+            return "\\n";
+        case '\t':
+            return "\\t";
+        case '\r':
+            return "\\r";
+    }
+    const bool byte = c < 0x100;
+    return (byte ? "\\x" : "\\u") +
+           QString::number(c, 16).toUpper().rightJustified(byte ? 2 : 4, '0');
+}
+
 std::string withFile(const QString& path, const std::string& message) {
     return path.toStdString() + ": " + message;
 }
 
 }  // namespace
+
+QString printable(const QString& text, int limit) {
+    QString shown;
+    int characters = 0;
+    // Only the start of a long text is looked at: a name may be megabytes long.
+    for (const uint c : (limit < 0 ? text : text.left(2 * limit + 2)).toUcs4()) {
+        if (characters++ == limit) {
+            return shown + QStringLiteral("…");
+        }
+        shown += QChar::isPrint(c) ? QString::fromUcs4(&c, 1) : escaped(c);
+    }
+    return shown;
+}
+
+QString quoted(const QString& text) {
+    return "'" + printable(text) + "'";
+}
+
+std::string valueProblem(const std::string& key, const QString& value) {
+    if (std::any_of(value.cbegin(), value.cend(), isControl)) {
+        return "holds a control character";
+    }
+    // Each board node, up to its first dot, becomes part of the keys of its port's signals.
+    if (key == "IbisPinSelEbdNodesName") {
+        QString nodes = value;
+        std::replace_if(
+            nodes.begin(), nodes.end(), [](QChar c) { return c.isSpace(); }, ' ');
+        for (const QString& node : nodes.split(' ', Qt::SkipEmptyParts)) {
+            const QString nodeName = node.split('.', Qt::SkipEmptyParts).value(0);
+            const std::string problem = nameProblem(nodeName.toStdString());
+            if (!problem.empty()) {
+                return "names board node " + quoted(node).toStdString() + ", which " + problem;
+            }
+        }
+    }
+    return std::string();
+}
 
 std::string nameProblem(const std::string& name) {
     if (name.empty()) {
@@ -367,7 +422,8 @@ void writeDesignFile(const db::Design& design) {
         throw DesignError(withFile(design.filePath, "cannot write: " + reason));
     }
     if (!file.commit()) {
-        throw DesignError(withFile(design.filePath, "cannot write: " + file.errorString().toStdString()));
+        throw DesignError(
+            withFile(design.filePath, "cannot write: " + file.errorString().toStdString()));
     }
 }
 
@@ -377,8 +433,8 @@ void renameInstance(Instance& instance, const std::string& newName) {
         problem = "is taken by another instance";
     }
     if (!problem.empty()) {
-        recordWarning("Instance " + instance.name + " keeps its name: the name '" + newName +
-                      "' " + problem + ".\n");
+        recordWarning("Instance " + instance.name + " keeps its name: the name '" + newName + "' " +
+                      problem + ".\n");
         return;
     }
     instance.name = newName;

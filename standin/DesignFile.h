@@ -27,6 +27,17 @@ void writeDesignFile(const db::Design& design);
 // control character), or an empty text when it can.
 std::string nameProblem(const std::string& name);
 
+// User text as an error message shows it: characters that do not print are escaped ("\n",
+// "\x7F", "\u0085") and the text is cut after `limit` characters (none when negative) with "…",
+// so that every error stays one short line.
+QString printable(const QString& text, int limit = 60);
+// The same between single quotes.
+QString quoted(const QString& text);
+
+// Why a parameter value cannot be stored (a control character, or a board-node name that cannot
+// be part of a signal key), or an empty text when it can.
+std::string valueProblem(const std::string& key, const QString& value);
+
 // Renames an instance when the new name is usable and free; otherwise warns and keeps the old one.
 void renameInstance(Instance& instance, const std::string& newName);
 

@@ -23,10 +23,10 @@ namespace standin {
 namespace {
 
 TYPE_DEFINITION knownTypes[] = {
-    {"QtWidget", ValueKind::Pointer},      {"ParamIter", ValueKind::Pointer},
-    {"String", ValueKind::String},         {"Integer", ValueKind::Integer},
-    {"DbInstance", ValueKind::Pointer},    {"Design", ValueKind::Pointer},
-    {"WinInstance", ValueKind::Pointer},   {"ItemSession", ValueKind::Pointer},
+    {"QtWidget", ValueKind::Pointer},    {"ParamIter", ValueKind::Pointer},
+    {"String", ValueKind::String},       {"Integer", ValueKind::Integer},
+    {"DbInstance", ValueKind::Pointer},  {"Design", ValueKind::Pointer},
+    {"WinInstance", ValueKind::Pointer}, {"ItemSession", ValueKind::Pointer},
 };
 
 TYPE_DEFINITION* findType(const char* name) {
@@ -54,24 +54,50 @@ VALUE_HEADER* newValue(TYPE_DEFINITION* type) {
 const VALUE_HEADER* argumentOfType(int index, const TYPE_DEFINITION* type) {
     const VALUE_HEADER* value = currentArgument(index);
     if (value->type != type) {
-        throw ScriptError("argument " + std::to_string(index) + " is not of type " +
-                          type->name);
+        throw ScriptError("argument " + std::to_string(index) + " is not of type " + type->name);
     }
     return value;
 }
 
+// The pointer that argument `index` of `type` carries; a null one raises the script error.
+void* pointerArgument(int index, TYPE_DEFINITION* type) {
+    void* pointer = argumentOfType(index, type)->pointer;
+    if (!pointer) {
+        orl::throw_parameter_pointer_is_null(index, type);
+    }
+    return pointer;
+}
+
 }  // namespace
 
-TYPE_DEFINITION* stringType() { return findType("String"); }
-TYPE_DEFINITION* integerType() { return findType("Integer"); }
-TYPE_DEFINITION* instanceType() { return findType("DbInstance"); }
-TYPE_DEFINITION* designType() { return findType("Design"); }
-TYPE_DEFINITION* windowInstanceType() { return findType("WinInstance"); }
-TYPE_DEFINITION* sessionType() { return findType("ItemSession"); }
+TYPE_DEFINITION* stringType() {
+    return findType("String");
+}
+TYPE_DEFINITION* integerType() {
+    return findType("Integer");
+}
+TYPE_DEFINITION* instanceType() {
+    return findType("DbInstance");
+}
+TYPE_DEFINITION* designType() {
+    return findType("Design");
+}
+TYPE_DEFINITION* windowInstanceType() {
+    return findType("WinInstance");
+}
+TYPE_DEFINITION* sessionType() {
+    return findType("ItemSession");
+}
 
-const char* typeName(const TYPE_DEFINITION* type) { return type->name; }
-TYPE_DEFINITION* typeOf(const VALUE_HEADER* value) { return value->type; }
-ValueKind kindOf(const VALUE_HEADER* value) { return value->type->kind; }
+const char* typeName(const TYPE_DEFINITION* type) {
+    return type->name;
+}
+TYPE_DEFINITION* typeOf(const VALUE_HEADER* value) {
+    return value->type;
+}
+ValueKind kindOf(const VALUE_HEADER* value) {
+    return value->type->kind;
+}
 
 VALUE_HEADER* createInteger(int number) {
     VALUE_HEADER* value = newValue(integerType());
@@ -79,7 +105,9 @@ VALUE_HEADER* createInteger(int number) {
     return value;
 }
 
-int integerOf(const VALUE_HEADER* value) { return value->number; }
+int integerOf(const VALUE_HEADER* value) {
+    return value->number;
+}
 
 const char* textOf(const VALUE_HEADER* value) {
     return value && kindOf(value) == ValueKind::String ? value->text.c_str() : nullptr;
@@ -119,9 +147,13 @@ void defineHostFunction(const std::string& name, HostFunction function) {
     hostFunctions()[name] = std::move(function);
 }
 
-void removeHostFunction(const std::string& name) { hostFunctions().erase(name); }
+void removeHostFunction(const std::string& name) {
+    hostFunctions().erase(name);
+}
 
-long liveValueCount() { return liveValues; }
+long liveValueCount() {
+    return liveValues;
+}
 
 }  // namespace standin
 
@@ -129,7 +161,9 @@ using standin::ScriptError;
 
 // ---- value layer ---------------------------------------------------------------------------
 
-TYPE_DEFINITION* oval_find_type(const char* name) { return standin::findType(name); }
+TYPE_DEFINITION* oval_find_type(const char* name) {
+    return standin::findType(name);
+}
 
 VALUE_HEADER* oval_create_raw_ptr(TYPE_DEFINITION* type, void* pointer) {
     VALUE_HEADER* value = standin::newValue(type);
@@ -170,14 +204,13 @@ void throw_parameter_pointer_is_null(int index, TYPE_DEFINITION* type) {
 
 WinInstanceC* get_win_instance_parm(int index) {
     return static_cast<WinInstanceC*>(
-        standin::argumentOfType(index, standin::windowInstanceType())->pointer);
+        standin::pointerArgument(index, standin::windowInstanceType()));
 }
 
 }  // namespace orl
 
 db::Instance* get_db_inst_orl_parm(int index) {
-    return static_cast<db::Instance*>(
-        standin::argumentOfType(index, standin::instanceType())->pointer);
+    return static_cast<db::Instance*>(standin::pointerArgument(index, standin::instanceType()));
 }
 
 VALUE_HEADER* create_design_orl_value(db::Design* design) {
@@ -191,12 +224,20 @@ VALUE_HEADER* apival_create_winInst_value(WinInstanceC* windowInstance, void*, v
 // ---- call layer ----------------------------------------------------------------------------
 
 ORLValue::ORLValue(VALUE_HEADER* owned) : value(owned) {}
-ORLValue::ORLValue(ORLValue&& other) noexcept : value(other.value) { other.value = nullptr; }
-ORLValue::~ORLValue() { oval_free_value(value); }
-VALUE_HEADER* ORLValue::get() const { return value; }
+ORLValue::ORLValue(ORLValue&& other) noexcept : value(other.value) {
+    other.value = nullptr;
+}
+ORLValue::~ORLValue() {
+    oval_free_value(value);
+}
+VALUE_HEADER* ORLValue::get() const {
+    return value;
+}
 
 StringORLValue::StringORLValue(const ORLValue& result) : value(result) {}
-const char* StringORLValue::value_data() const { return standin::textOf(value.get()); }
+const char* StringORLValue::value_data() const {
+    return standin::textOf(value.get());
+}
 
 struct CallORL::Arguments {
     std::vector<VALUE_HEADER*> values;
@@ -211,7 +252,9 @@ CallORL::~CallORL() {
     delete arguments;
 }
 
-CallORL& CallORL::add_arg(const std::string& text) { return add_arg(text.c_str()); }
+CallORL& CallORL::add_arg(const std::string& text) {
+    return add_arg(text.c_str());
+}
 
 CallORL& CallORL::add_arg(const ORLValue& value) {
     arguments->values.push_back(standin::copyValue(value.get()));

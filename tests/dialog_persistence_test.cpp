@@ -26,7 +26,8 @@ const QString kMemoryU2 = lanetap_test::ddrPart(
 
 // "key=stored => as the opening rewrites it", or "key=stored" for a text that stays. Stale signal
 // keys, unknown ids and compliance tests of another signal type go; numbers and voltages are
-// reformatted by their readers; the write-leveling keys belong to the other route and stay. Each
+// reformatted by their readers; the write-leveling keys belong to the other route and stay, and so
+// does text beyond ASCII, opening after opening. Each
 // map holds one record with at most one id, so that the order of a hash does not show.
 const QStringList kKeyRows =
     QString(
@@ -43,7 +44,7 @@ const QStringList kKeyRows =
         "SelectedGroupMeasurementsListMap=DQ_Ch0 5 ,;"
         "WritelevelingSelectedSignalList=DQS_Ch0_U2_DQS0,STALE_KEY,;"
         "WriteLevelingSelectedRefSignalListMap=DQS_Ch0_U2_DQS0 STALE_KEY ,;"
-        "ResultsPDFPath=\"/tmp/compliance pdfs\";EnableWriteLeveling=0;TabWidgetTabNumber=2;"
+        "ResultsPDFPath=\"/tmp/josé's pdfs\";EnableWriteLeveling=0;TabWidgetTabNumber=2;"
         "dqsSignalMode=1;modeOfOperation=0;dramType=0;speedGradeList=2400,2666,3200,;"
         "speedGradeIndex=1;SaveToPDF=1;vdd=1.25 V;vddq=1250 mV;vdd1=1.8 V;vdd2=1.05 V;vtt=0.61 V;"
         "UseInternalVrefDQ=0;GroupDQBox=Byte;voh_ac=0.95;EnableComplianceMeasurements=1")

@@ -112,6 +112,9 @@ TEST(LanetapProgram, ExitCodesAndOneLineErrors) {
         {{"get", path, "--probe", "X1", "NoSuchKey"}, 2, design}, {{"set", path, "--probe", "X1"}, 2, "set"},
         {{"set", path, "--probe", "X1", "v dd=1"}, 2, "'v dd=1'"}, {{"set", path, "--probe", "X1", "=1"}, 2, "'=1'"},
         {{"set", path, "--probe", "X1", "vdd=1\tV"}, 2, "the value of vdd"},
+        {{"set", path, "--probe", "X1", "IbisPinSelEbdNodesName=a b,c"}, 2, "names board node 'b,c'"},
+        {{QString(70, 'x') + "\n"}, 2, "unknown command '" + QString(60, 'x') + "…'"},
+        {{"get", path, "--probe", "X\x7f" "1"}, 2, "no instance named 'X\\x7F1'"},
         {{"netlist", path, "--probe", "X1", "--plugin", missingPlugin}, 4, "cannot load plug-in"},
         {{"netlist", path, "--probe", "X1", "--plugin", path}, 4, "cannot load plug-in"},
         {{"catalogue", "--dram", "DDR5"}, 2, "'DDR5'"}, {{"catalogue", "--mode", "sideways"}, 2, "'sideways'"},
@@ -251,6 +254,16 @@ TEST(DesignFile, MalformedDesignsAreRefusedWithTheirFault) {
         {port(R"(, "signal": "DQX")"), u1 + "'ddrPorts[0].signal' is not a known signal family"},
         {port(R"(, "signal": "DQ", "channel": -1)"), u1 + "'ddrPorts[0].channel' must be an integer from 0 to 4294967295"},
         {designText({R"({"name": "U1", "cell": "c"})", R"({"name": "U1", "cell": "d"})"}), u1 + "'name' another instance has this name"},
+        // A board node, up to its first dot, becomes part of signal keys.
+        {one(R"("cell": "c", "parameters": {"IbisPinSelEbdNodesName": "a.1  D\"1,x\\.2 c"})"),
+         u1 + "'parameters.IbisPinSelEbdNodesName' names board node 'D\"1,x\\.2', which holds the character \""},
+        {one(R"("cell": "c", "parameters": {"IbisPinSelEbdNodesName": "a.1 .. b"})"),
+         u1 + "'parameters.IbisPinSelEbdNodesName' names board node '..', which is empty"},
+        // Quoted text stops after sixty characters.
+        {designText({"{\"name\": \"" + QString(70, 'U') + "\", \"cell\": \"\"}"}),
+         "instance '" + std::string(60, 'U') + "…': field 'cell' is empty"},
+        {one("\"cell\": \"c\", \"parameters\": {\"" + QString(70, 'k') + "\": 1}"),
+         u1 + "'parameters." + std::string(49, 'k') + "…' must be a string"},
     };
     // clang-format on
     Workspace workspace;

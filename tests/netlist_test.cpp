@@ -174,6 +174,10 @@ TEST_F(Netlist, NodesOfPinsDiesBoardsAndPairs) {
           "is absent.\n",
           "W 'p' node of differential signal 'CK_Ch0_U6_CK0', connected for instances 'M6', "
           "is absent.\n"}},
+        {"a designator beyond ASCII",
+         {memory("M2", "Ué2", "DQ 0 n0")},
+         "SelectedSignalList=DQ_Ch0_Ué2_DQ0,",
+         {"N n0 DQ_Ch0_Ué2_DQ0 s"}},
         {"nothing selected",
          {memory("M2", "U2", "DQ 0 n0")},
          "",

@@ -1,10 +1,11 @@
 // Registration of the plug-in with the host: which interface versions it takes, what it reports,
-// and what a repeated RegisterLibraryContents does; then the netlist function called with
-// arguments of the wrong kind. Every test loads its own copy of the library,
-// so that the registered state of one test does not leak into the next.
+// and what a repeated RegisterLibraryContents does; then the script functions called with
+// arguments of the wrong kind, and the libraries the plug-in needs. Every test loads its own copy
+// of the library, so that the registered state of one test does not leak into the next.
 
 #include <gtest/gtest.h>
 
+#include <QProcess>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -63,32 +64,74 @@ TEST(Registration, AcceptsExactlyTheSupportedInterfaceVersionsAndRetriesAfterAFa
     }
 }
 
-TEST(NetlistProbe, BadArgumentsRaiseTheScriptErrorAndWriteNoBlock) {
-    lanetap_test::HostWithPlugin loaded(
-        lanetap_test::designText({R"({"name": "X1", "cell": "LaneTap", "library": "lanetap"})"}));
+TEST(ScriptFunctions, BadArgumentsAndAMissingEditorRaiseTheScriptErrorAndMakeNothing) {
+    const QByteArray design =
+        lanetap_test::designText({R"({"name": "X1", "cell": "LaneTap", "library": "lanetap"})"});
+    lanetap_test::HostWithPlugin loaded(design);
     ASSERT_TRUE(loaded.registrationFailures.empty());
+    lanetap_test::HostWithPlugin noEditor(design, RegistryConfig{1500, std::nullopt});
+    ASSERT_EQ(noEditor.registrationFailures, Texts{editorMissing});
     standin::Instance* probe = loaded.host.design()->findInstance("X1");
     ASSERT_NE(probe, nullptr);
     db::ParamIter parameters(probe);
     loaded.host.takeWarnings();
     const long valuesBefore = standin::liveValueCount();
 
-    // The arguments and the script error they raise.
-    const std::pair<std::vector<standin::ScriptArgument>, std::string> cases[] = {
-        {{standin::ScriptArgument::paramIter(nullptr), standin::ScriptArgument::instance(probe)},
+    using standin::ScriptArgument;
+    // The host, the function, its arguments and the script error they raise.
+    const std::tuple<Host*, const char*, std::vector<ScriptArgument>, std::string> cases[] = {
+        {&loaded.host,
+         "LaneTap_netlist_probe",
+         {ScriptArgument::paramIter(nullptr), ScriptArgument::instance(probe)},
          "parameter 0 of type ParamIter is a null pointer"},
+        {&loaded.host,
+         "LaneTap_netlist_probe",
+         {ScriptArgument::paramIter(&parameters), ScriptArgument::instance(nullptr)},
+         "parameter 1 of type DbInstance is a null pointer"},
         // The iterator's value is freed before the instance argument is found missing.
-        {{standin::ScriptArgument::paramIter(&parameters)}, "missing script argument 1"},
-        {{standin::ScriptArgument::instance(probe), standin::ScriptArgument::instance(probe)},
-         "argument 0 is not of type ParamIter"}};
-    for (const auto& [arguments, error] : cases) {
-        const standin::CallResult result = loaded.host.call("LaneTap_netlist_probe", arguments);
+        {&loaded.host,
+         "LaneTap_netlist_probe",
+         {ScriptArgument::paramIter(&parameters)},
+         "missing script argument 1"},
+        {&loaded.host,
+         "LaneTap_netlist_probe",
+         {ScriptArgument::instance(probe), ScriptArgument::instance(probe)},
+         "argument 0 is not of type ParamIter"},
+        {&loaded.host,
+         "LaneTap_show_dialog",
+         {ScriptArgument::windowInstance(nullptr)},
+         "parameter 0 of type WinInstance is a null pointer"},
+        {&noEditor.host,
+         "LaneTap_show_dialog",
+         {ScriptArgument::windowInstance(nullptr)},
+         "LaneTap_show_dialog: the host offers no \"ItemParametersEdit\" interface"}};
+    for (const auto& [host, function, arguments, error] : cases) {
+        SCOPED_TRACE(error);
+        const standin::CallResult result = host->call(function, arguments);
         EXPECT_FALSE(result.ok);
         EXPECT_EQ(result.error, error);
         EXPECT_TRUE(result.text.empty());
-        EXPECT_EQ(loaded.host.takeWarnings(), std::vector<std::string>{});
+        EXPECT_EQ(result.pointer, nullptr);
+        EXPECT_EQ(host->takeWarnings(), std::vector<std::string>{});
         EXPECT_EQ(standin::liveValueCount(), valuesBefore);
     }
+    // Without the editor the netlist still comes.
+    EXPECT_TRUE(noEditor.host.netlistProbe("X1").ok);
+}
+
+// A real host provides the host's functions itself: the plug-in needs no library of ours.
+TEST(PluginLibrary, NeedsNoHostLibrary) {
+    QProcess readelf;
+    readelf.start("readelf", {"-d", lanetap_test::builtPluginPath()});
+    ASSERT_TRUE(readelf.waitForFinished()) << "readelf did not run";
+    QStringList needed;
+    for (const QString& line : QString::fromUtf8(readelf.readAllStandardOutput()).split('\n')) {
+        if (line.contains("(NEEDED)")) {
+            needed << line.section('[', 1).section(']', 0, 0);
+        }
+    }
+    EXPECT_EQ(needed.filter("libQt5Widgets").size(), 1) << needed.join(' ').toStdString();
+    EXPECT_EQ(needed.filter("lanetap"), QStringList()) << needed.join(' ').toStdString();
 }
 
 }  // namespace
