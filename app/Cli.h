@@ -6,13 +6,14 @@
 #include <stdexcept>
 #include <string>
 
+#include "discovery/SignalRecord.h"
 #include "standin/Host.h"
 
 // Shared pieces of the lanetap commands: argument parsing, failures with their exit codes, and
 // the steps every command that runs the plug-in takes.
 namespace lanetap {
 
-enum ExitCode { ExitOk = 0, ExitUsage = 2, ExitScriptFailed = 3, ExitPlugin = 4 };
+enum ExitCode { ExitOk = 0, ExitFindings = 1, ExitUsage = 2, ExitScriptFailed = 3, ExitPlugin = 4 };
 
 // A failure that ends the program with one line on stderr and the given exit code.
 class Failure : public std::runtime_error {
@@ -56,6 +57,17 @@ void loadPlugin(standin::Host& host, const Arguments& arguments);
 void printWarnings(standin::Host& host);
 // Fails with exit code 3 when a script function did not return.
 void checkCall(const standin::CallResult& result, const char* functionName);
+
+// The signals that discovery found in a design; the hash owns them.
+class DiscoveredSignals {
+public:
+    DiscoveredSignals() = default;
+    DiscoveredSignals(const DiscoveredSignals&) = delete;
+    DiscoveredSignals& operator=(const DiscoveredSignals&) = delete;
+    ~DiscoveredSignals() { qDeleteAll(records); }
+
+    LaneTapUI::SignalRecordHash records;
+};
 
 // Writes to stdout; fails with exit code 2 when the text cannot be written whole.
 void writeOut(const QString& text);

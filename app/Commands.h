@@ -11,5 +11,6 @@ int runSetup(const Arguments& arguments);
 int runSignals(const Arguments& arguments);
 int runCatalogue(const Arguments& arguments);
 int runGenerate(const Arguments& arguments);
+int runCheck(const Arguments& arguments);
 
 }  // namespace lanetap

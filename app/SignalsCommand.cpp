@@ -16,17 +16,6 @@ namespace {
 using LaneTapUI::InstanceNodes;
 using LaneTapUI::SignalRecord;
 
-// The discovered records; the hash owns them.
-class DiscoveredSignals {
-public:
-    DiscoveredSignals() = default;
-    DiscoveredSignals(const DiscoveredSignals&) = delete;
-    DiscoveredSignals& operator=(const DiscoveredSignals&) = delete;
-    ~DiscoveredSignals() { qDeleteAll(records); }
-
-    LaneTapUI::SignalRecordHash records;
-};
-
 int digitsEnd(const QString& text, int from) {
     while (from < text.size() && text[from].isDigit()) {
         ++from;

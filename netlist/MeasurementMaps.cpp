@@ -93,7 +93,7 @@ QString NetlistWriter::writeNodeRefMap() const {
         for (const QString& reference : connectionDiagnostics(record)) {
             if (signals.contains(reference)) {
                 NetlistText::appendListLine(text, QLatin1String("NodeRefMap"), n++,
-                                              {record->key, reference});
+                                            {record->key, reference});
             }
         }
     }

@@ -103,9 +103,32 @@ TEST(GenerateCommand, EveryVariantSelectsWhatDiscoveryFindsAndTheNetlistWatchesI
         for (const QString& key : selected) {
             EXPECT_TRUE(block.contains(QString("= list(\"%1\", ").arg(key))) << key.toStdString();
         }
+        EXPECT_EQ(runProgram({"check", path, "--probe", "X1"}).exitCode, 0);
         const bool compliance = !options.contains("--ddr-simulation");
         EXPECT_EQ(block.contains("EnableCompliance=1"), compliance);
         EXPECT_EQ(block.contains("ComplianceMeasMap[1]"), compliance);
+    }
+}
+
+// Every run of a command gives the same bytes, whatever seed Qt's hashes are given.
+TEST(Reproducibility, EveryCommandGivesTheSameBytesAgain) {
+    lanetap_test::Workspace workspace;
+    const QString design = workspace.write(
+        "design.json", runProgram({"generate", "--channels", "2", "--devices", "3"}).out);
+    const QList<QStringList> commands{{"netlist", design, "--probe", "X1"},
+                                      {"signals", design, "--json"},
+                                      {"check", examples + "stale_setup.json", "--probe", "X1"},
+                                      {"generate", "--dram", "lpddr4", "--channels", "2"},
+                                      {"catalogue", "--json"}};
+    for (const QStringList& command : commands) {
+        QByteArray first;
+        for (const char* seed : {"", "0", "1", "12345"}) {
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert("QT_HASH_SEED", seed);
+            const ProgramRun run = runProgram(command, environment);
+            first = first.isEmpty() ? run.out : first;
+            EXPECT_TRUE(run.out == first) << command.join(' ').toStdString() << " seed " << seed;
+        }
     }
 }
 

@@ -42,6 +42,12 @@ TEST(Examples, EachDesignGivesTheBlockItDescribes) {
           "N n_dqs_t_DQRxOut DQS_Ch0_U1_Rx.Output_DQS0 s",
           "M DQ_Ch0_U1_Rx.Output_DQ0 Unreferenced Eye MaskMargin BERContour",
           "S Settings_ReadWriteOperation=\"read\"", "S EnableCompliance=0"}},
+        {"stale_setup.json",
+         {"N3 M1 R0 C0", "M DQ_Ch0_U2_DQ0 Unreferenced Eye", "S TargetBER=abc",
+          "W warning: Only one node of differential signal 'DQS_Ch0_U2_DQS1' for instance U2 is "
+          "connected. Ignoring it.",
+          "W warning: Only one node of differential signal 'DQS_Ch0_U2_Rx.Output_DQS1' for "
+          "instance U2 is connected. Ignoring it."}},
         {"half_connected_pairs.json",
          {"N2 M2 R0 C0", "N n_dqs1_t DQS_Ch0_U2_DQS1 p",
           "W warning: Only one node of differential signal 'DQS_Ch0_U2_DQS0' for instance U2 is "

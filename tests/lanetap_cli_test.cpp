@@ -107,6 +107,7 @@ TEST(LanetapProgram, ExitCodesAndOneLineErrors) {
         {{"get", path, "--probe", "X1", "--verbose"}, 2, "unknown option --verbose"},
         {{"set", path, "--probe", "X1", "--plugin", "x", "a=1"}, 2, "unknown option --plugin"},
         {{"get", path}, 2, "missing --probe"}, {{"netlist", path}, 2, "missing --probe"},
+        {{"check", path}, 2, "missing --probe"}, {{"check", path + "x", "--probe", "X1"}, 2, "cannot read"},
         {{"set", path, "vdd=1 V"}, 2, "missing --probe"}, {{"get", path, "--probe"}, 2, "--probe"},
         {{"get", "--help=yes"}, 2, "--help"}, {{"get", path, "--probe", "X9"}, 2, design},
         {{"get", path, "--probe", "X1", "NoSuchKey"}, 2, design}, {{"set", path, "--probe", "X1"}, 2, "set"},
