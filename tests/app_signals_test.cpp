@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
+#include <clocale>
 
 #include "support/TestSupport.h"
 
@@ -110,26 +111,39 @@ TEST(GenerateCommand, EveryVariantSelectsWhatDiscoveryFindsAndTheNetlistWatchesI
     }
 }
 
-// Every run of a command gives the same bytes, whatever seed Qt's hashes are given.
-TEST(Reproducibility, EveryCommandGivesTheSameBytesAgain) {
-    lanetap_test::Workspace workspace;
-    const QString design = workspace.write(
-        "design.json", runProgram({"generate", "--channels", "2", "--devices", "3"}).out);
-    const QList<QStringList> commands{{"netlist", design, "--probe", "X1"},
-                                      {"signals", design, "--json"},
-                                      {"check", examples + "stale_setup.json", "--probe", "X1"},
-                                      {"generate", "--dram", "lpddr4", "--channels", "2"},
-                                      {"catalogue", "--json"}};
-    for (const QStringList& command : commands) {
-        QByteArray first;
-        for (const char* seed : {"", "0", "1", "12345"}) {
-            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            environment.insert("QT_HASH_SEED", seed);
-            const ProgramRun run = runProgram(command, environment);
-            first = first.isEmpty() ? run.out : first;
-            EXPECT_TRUE(run.out == first) << command.join(' ').toStdString() << " seed " << seed;
+// Every run gives the same bytes, whatever seed Qt's hashes are given and whatever the locale:
+// numbers keep their decimal point under a decimal comma, in the dialog, in what it stores and
+// in the block.
+TEST(Reproducibility, EveryCommandGivesTheSameBytesUnderAnySeedAndLocale) {
+    ASSERT_TRUE(std::setlocale(LC_ALL, "de_DE.UTF-8")) << "make deps generates de_DE.UTF-8";
+    std::setlocale(LC_ALL, "C");
+    QByteArray first;
+    for (const auto& [variable, value] : {std::pair("QT_HASH_SEED", ""),
+                                          {"QT_HASH_SEED", "1"},
+                                          {"QT_HASH_SEED", "12345"},
+                                          {"LC_ALL", "de_DE.UTF-8"}}) {
+        lanetap_test::Workspace workspace;
+        const QString design = workspace.write(
+            "design.json", runProgram({"generate", "--channels", "2", "--devices", "3"}).out);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(variable, value);
+        environment.insert("QT_QPA_PLATFORM", "offscreen");
+        environment.insert("XDG_RUNTIME_DIR", workspace.path(""));
+        QByteArray output;
+        for (const QStringList& command :
+             {QStringList{"setup", design, "--probe", "X1", "--screenshot",
+                          workspace.path("tab.png")},
+              {"get", design, "--probe", "X1"},
+              {"netlist", design, "--probe", "X1"},
+              {"signals", design, "--json"},
+              {"check", examples + "stale_setup.json", "--probe", "X1"},
+              {"catalogue", "--json"}}) {
+            output += runProgram(command, environment).out;
         }
+        first = first.isEmpty() ? output : first;
+        EXPECT_TRUE(output == first) << variable << "=" << value;
     }
+    EXPECT_TRUE(first.contains("targetBER=1e-"));
 }
 
 }  // namespace
