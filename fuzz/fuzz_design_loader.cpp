@@ -153,6 +153,17 @@ std::unique_ptr<db::Design> saveAndLoad(db::Design& design, const QString& path)
 
 }  // namespace
 
+// Qt 5.15's JSON parser leaks the first value of a repeated key when that value is an array or
+// an object ({"a":[1],"a":0}); fuzz/crashes/fuzz_design_loader/ keeps such a file. The leak is
+// Qt's and is left out of the leak check; the stacks are unwound in full so that the suppression
+// sees fromJson in them (Qt's frames have no frame pointers).
+extern "C" const char* __asan_default_options() {
+    return "fast_unwind_on_malloc=0";
+}
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:QJsonDocument::fromJson\n";
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const QString input = folder().filePath("design.json");
     writeFile(input, data, size);
