@@ -2,6 +2,8 @@
 
 BUILD        ?= build
 SANITIZE_BUILD ?= build-sanitize
+FUZZ_BUILD   ?= build-fuzz
+FUZZ_SECONDS ?= 60
 BUILD_TYPE   ?= RelWithDebInfo
 DEMO_DESIGN  ?= examples/ddr4_x8_write.json
 JOBS         ?= $(shell nproc)
@@ -12,9 +14,13 @@ PACKAGES = build-essential cmake ninja-build binutils pkg-config qtbase5-dev qtb
 # A locale with a decimal comma, under which the tests run the program too.
 COMMA_LOCALE = de_DE.UTF-8
 
+# What the fuzz targets need on top: clang and its runtimes, libFuzzer among them.
+FUZZ_PACKAGES = clang-14 libclang-rt-14-dev
+FUZZ_TARGETS  = fuzz_design_loader fuzz_param_text fuzz_voltage_pin fuzz_netlist
+
 SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
-.PHONY: all deps configure build test demo bench sanitize test-sanitize format clean
+.PHONY: all deps fuzz-deps configure build test demo bench sanitize test-sanitize fuzz format clean
 
 all: build
 
@@ -62,8 +68,36 @@ test-sanitize: sanitize
 	cd $(SANITIZE_BUILD) && QT_QPA_PLATFORM=offscreen \
 	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp ctest --output-on-failure -j $(JOBS)
 
+fuzz-deps:
+	@$(MAKE) --no-print-directory deps PACKAGES="$(PACKAGES) $(FUZZ_PACKAGES)"
+
+# Each fuzz target runs FUZZ_SECONDS on a scratch copy of its corpus, so the committed seeds stay
+# as they are. A crash leaves its input in $(FUZZ_BUILD)/fuzz-run/TARGET/ and fails the target,
+# after the other targets have had their run.
+fuzz: fuzz-deps
+	cmake -S . -B $(FUZZ_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DCMAKE_CXX_COMPILER=clang++-14 -DLANETAP_FUZZ=ON
+	cmake --build $(FUZZ_BUILD) -j $(JOBS) --target $(FUZZ_TARGETS)
+	@failed=""; \
+	for t in $(FUZZ_TARGETS); do \
+	  run=$(FUZZ_BUILD)/fuzz-run/$$t; \
+	  rm -rf $$run && mkdir -p $$run/corpus && cp fuzz/corpus/$$t/* $$run/corpus/; \
+	  dict=""; [ -f fuzz/$$t.dict ] && dict="-dict=fuzz/$$t.dict"; \
+	  echo "== $$t: $(FUZZ_SECONDS) s"; \
+	  QT_QPA_PLATFORM=offscreen $(FUZZ_BUILD)/bin/$$t $$run/corpus $$dict \
+	    -max_total_time=$(FUZZ_SECONDS) -timeout=30 -print_final_stats=1 \
+	    -artifact_prefix=$$run/ 2>$$run/log.txt || failed="$$failed $$t"; \
+	  grep -E '^#[0-9]+' $$run/log.txt | tail -n 1; \
+	  grep -E '^stat::number_of_executed_units' $$run/log.txt || true; \
+	done; \
+	if [ -n "$$failed" ]; then \
+	  for t in $$failed; do echo "fuzz: $$t failed; see $(FUZZ_BUILD)/fuzz-run/$$t/log.txt"; \
+	    tail -n 30 $(FUZZ_BUILD)/fuzz-run/$$t/log.txt; done; \
+	  exit 1; \
+	fi
+
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD) $(SANITIZE_BUILD)
+	rm -rf $(BUILD) $(SANITIZE_BUILD) $(FUZZ_BUILD)

@@ -1,0 +1,145 @@
+// The readers of stored parameter texts on arbitrary stored bytes. They never fail, and what they
+// read agrees with the text, with the other readers and with the writers.
+
+#include <QSet>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <string>
+
+#include "fuzz/FuzzCheck.h"
+#include "parameters/ParamText.h"
+#include "standin/Design.h"
+
+using namespace LaneTapUI;
+using lanetap_fuzz::check;
+using lanetap_fuzz::fail;
+using lanetap_fuzz::shown;
+
+namespace {
+
+const std::string name = "p";
+
+// One instance of a design kept for the whole run; its parameter "p" holds the input.
+standin::Instance* instance() {
+    static db::Design design;
+    static standin::Instance* made = [] {
+        standin::Instance* added = design.addInstance();
+        added->name = "X1";
+        added->cell = "Plain";
+        return added;
+    }();
+    return made;
+}
+
+void store(const std::string& value) {
+    instance()->parameters.values[name] = value;
+}
+
+bool isAscii(const std::string& bytes) {
+    for (const unsigned char c : bytes) {
+        if (c > 0x7f) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// A key or token of a map: something, without a separator in it.
+void checkToken(const QString& token, const char* what, const std::string& input) {
+    check(!token.isEmpty(), std::string(what) + " is empty; stored " + shown(input));
+    for (const QChar c : token) {
+        check(!c.isSpace() && c != QLatin1Char(','),
+              std::string(what) + " " + shown(token) + " holds a separator; stored " + shown(input));
+    }
+}
+
+void checkReaders(const std::string& input) {
+    store(input);
+    db::ParamIter params(instance());
+    const QString widened = QString::fromLatin1(input.data(), static_cast<int>(input.size()));
+
+    check(readParamString(params, name) == input, "readParamString changed the bytes");
+    check(readParamText(params, name) == widened, "readParamText is not the bytes widened");
+
+    // A list written back is the stored text, with its final "," added when it had none.
+    const QStringList list = readParamStringList(params, name);
+    QString joined;
+    for (const QString& item : list) {
+        joined += item + QLatin1Char(',');
+    }
+    const QString expected =
+        widened.isEmpty() || widened.endsWith(QLatin1Char(',')) ? widened : widened + ',';
+    check(joined == expected, "the list read from " + shown(input) + " does not join back to it");
+
+    // Every reader of a map takes the first part of each entry as its key; the number map keeps
+    // the parts of the last entry of a key, the name map those of all its entries.
+    const IntListMap numbers = readParamIntListMap(params, name);
+    const StringListMap names = readParamStringListMap(params, name);
+    const ReferenceMap references = readParamReferenceMap(params, name);
+    const QList<QString> numberKeys = numbers.keys();
+    const QList<QString> nameKeys = names.keys();
+    check(QSet<QString>(numberKeys.cbegin(), numberKeys.cend()) ==
+              QSet<QString>(nameKeys.cbegin(), nameKeys.cend()),
+          "the number map and the name map have different keys for " + shown(input));
+    for (auto it = names.cbegin(); it != names.cend(); ++it) {
+        checkToken(it.key(), "a key", input);
+        for (const QString& token : it.value()) {
+            checkToken(token, "a name", input);
+        }
+        check(it.value().size() >= numbers.value(it.key()).size(),
+              "the number map holds more numbers than there are parts for " + shown(input));
+    }
+    for (auto it = references.cbegin(); it != references.cend(); ++it) {
+        check(names.contains(it.key()),
+              "the reference map has a key the name map lacks: " + shown(it.key()));
+        int parts = 0;
+        for (const QStringList& referenceNames : it.value()) {
+            parts += 1 + referenceNames.size();
+            for (const QString& token : referenceNames) {
+                checkToken(token, "a reference", input);
+            }
+        }
+        check(parts <= names.value(it.key()).size(),
+              "the reference map holds more parts than the name map for " + shown(input));
+    }
+
+    const int number = readParamInt(params, name);
+    const double real = readParamDouble(params, name);
+
+    // What the writers write, the readers read back.
+    writeParamInt(params, name, number);
+    check(readParamInt(params, name) == number, "an int written does not read back");
+    writeParamDouble(params, name, real);
+    const double back = readParamDouble(params, name);
+    if (std::isnan(real)) {
+        check(std::isnan(back), "NaN written does not read back as NaN");
+    } else if (std::isinf(real)) {
+        check(back == real, "an infinity written does not read back");
+    } else {
+        // Six decimals are written.
+        check(std::fabs(back - real) <= 5e-7 + std::fabs(real) * 1e-15,
+              "the double " + std::to_string(real) + " reads back as " + std::to_string(back));
+    }
+    // Only ASCII comes back from the text readers as it was written.
+    if (isAscii(input)) {
+        writeParamStringList(params, name, list);
+        check(readParamStringList(params, name) == list,
+              "a list written back reads differently: " + shown(input));
+        writeParamString(params, name, widened);
+        check(readParamString(params, name) == input, "a text written back reads differently");
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string input(reinterpret_cast<const char*>(data), size);
+    try {
+        checkReaders(input);
+    } catch (const std::exception& error) {
+        fail(std::string("a reader or writer threw: ") + error.what());
+    }
+    return 0;
+}
