@@ -75,8 +75,8 @@ std::string describe(const db::Design& design) {
         check((instance->modelKind == standin::ModelKind::None) == !instance->model,
               "instance " + instance->name + ": the model does not match its kind");
         out << "instance " << instance->name << " cell " << instance->cell << " library "
-            << instance->library << " model " << static_cast<int>(instance->modelKind)
-            << " status " << instance->statusBits << '\n';
+            << instance->library << " model " << static_cast<int>(instance->modelKind) << " status "
+            << instance->statusBits << '\n';
         for (const auto& [key, value] : instance->parameters.values) {
             check(!key.empty() && !holdsControl(key),
                   "parameter name " + shown(key) + " of " + instance->name + " was loaded");

@@ -39,9 +39,8 @@ struct Port {
 };
 
 const Port busPorts[] = {
-    {"DQ0", "n_dq0", DQ, 0},         {"DQ1", "n_dq1", DQ, 1},
-    {"DQS_t0", "n_dqs_p", DQS_t, 0}, {"DQS_c0", "n_dqs_n", DQS_c, 0},
-    {"CK_t0", "n_ck_p", CK_t, 0},    {"CK_c0", "n_ck_n", CK_c, 0},
+    {"DQ0", "n_dq0", DQ, 0},         {"DQ1", "n_dq1", DQ, 1},      {"DQS_t0", "n_dqs_p", DQS_t, 0},
+    {"DQS_c0", "n_dqs_n", DQS_c, 0}, {"CK_t0", "n_ck_p", CK_t, 0}, {"CK_c0", "n_ck_n", CK_c, 0},
     {"DM_n0", "n_dm0", DM_n, 0},     {"A0", "n_a0", A, 0},
 };
 
@@ -77,11 +76,16 @@ std::string cleaned(const QString& text) {
 }
 
 std::unique_ptr<db::Design> designFrom(const QString& input) {
-    standin::ParameterValues controller = {
-        {"DDRIbisFile", "controller.ibs"}, {"RefDesName", "U1"},        {"RefDesDQM", "x8"},
-        {"DQSIndex", "Continuous"},        {"DataMode", "write"},       {"SimulationMode", "transient"},
-        {"BurstMode", "No BURST"},         {"DataRate", "3200"},        {"DataRateUnit", "Mbps"},
-        {"DataRateType", "1T"}};
+    standin::ParameterValues controller = {{"DDRIbisFile", "controller.ibs"},
+                                           {"RefDesName", "U1"},
+                                           {"RefDesDQM", "x8"},
+                                           {"DQSIndex", "Continuous"},
+                                           {"DataMode", "write"},
+                                           {"SimulationMode", "transient"},
+                                           {"BurstMode", "No BURST"},
+                                           {"DataRate", "3200"},
+                                           {"DataRateUnit", "Mbps"},
+                                           {"DataRateType", "1T"}};
     standin::ParameterValues memory = {{"DDRIbisFile", "memory.ibs"},
                                        {"RefDesName", "U2"},
                                        {"RefDesDQM", "x8"},

@@ -37,31 +37,24 @@ void store(const std::string& value) {
     instance()->parameters.values[name] = value;
 }
 
-bool isAscii(const std::string& bytes) {
-    for (const unsigned char c : bytes) {
-        if (c > 0x7f) {
-            return false;
-        }
-    }
-    return true;
-}
-
 // A key or token of a map: something, without a separator in it.
 void checkToken(const QString& token, const char* what, const std::string& input) {
     check(!token.isEmpty(), std::string(what) + " is empty; stored " + shown(input));
     for (const QChar c : token) {
-        check(!c.isSpace() && c != QLatin1Char(','),
-              std::string(what) + " " + shown(token) + " holds a separator; stored " + shown(input));
+        check(
+            !c.isSpace() && c != QLatin1Char(','),
+            std::string(what) + " " + shown(token) + " holds a separator; stored " + shown(input));
     }
 }
 
 void checkReaders(const std::string& input) {
     store(input);
     db::ParamIter params(instance());
-    const QString widened = QString::fromLatin1(input.data(), static_cast<int>(input.size()));
+    const QString decoded = QString::fromUtf8(input.data(), static_cast<int>(input.size()));
 
     check(readParamString(params, name) == input, "readParamString changed the bytes");
-    check(readParamText(params, name) == widened, "readParamText is not the bytes widened");
+    check(readParamText(params, name) == decoded,
+          "readParamText is not the bytes decoded as UTF-8");
 
     // A list written back is the stored text, with its final "," added when it had none.
     const QStringList list = readParamStringList(params, name);
@@ -70,7 +63,7 @@ void checkReaders(const std::string& input) {
         joined += item + QLatin1Char(',');
     }
     const QString expected =
-        widened.isEmpty() || widened.endsWith(QLatin1Char(',')) ? widened : widened + ',';
+        decoded.isEmpty() || decoded.endsWith(QLatin1Char(',')) ? decoded : decoded + ',';
     check(joined == expected, "the list read from " + shown(input) + " does not join back to it");
 
     // Every reader of a map takes the first part of each entry as its key; the number map keeps
@@ -122,12 +115,12 @@ void checkReaders(const std::string& input) {
         check(std::fabs(back - real) <= 5e-7 + std::fabs(real) * 1e-15,
               "the double " + std::to_string(real) + " reads back as " + std::to_string(back));
     }
-    // Only ASCII comes back from the text readers as it was written.
-    if (isAscii(input)) {
+    // Stored text is UTF-8 both ways: valid UTF-8 comes back from the text readers as written.
+    if (decoded.toUtf8() == QByteArray::fromStdString(input)) {
         writeParamStringList(params, name, list);
         check(readParamStringList(params, name) == list,
               "a list written back reads differently: " + shown(input));
-        writeParamString(params, name, widened);
+        writeParamString(params, name, decoded);
         check(readParamString(params, name) == input, "a text written back reads differently");
     }
 }

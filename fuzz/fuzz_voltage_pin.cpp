@@ -75,8 +75,8 @@ void checkVoltage(const QString& text) {
     // The unit's code names the same unit.
     VoltageAmplitude coded;
     coded.setUnitCode(voltage.unitCode());
-    check(coded.units == voltage.units,
-          "the unit " + shown(voltage.units) + " comes back from its code as " + shown(coded.units));
+    check(coded.units == voltage.units, "the unit " + shown(voltage.units) +
+                                            " comes back from its code as " + shown(coded.units));
 
     // What the setup stores for the voltage reads back as the same voltage, unless the amplitude
     // is itself a unit text ("None" typed as a value): stored without a unit, as a voltage of

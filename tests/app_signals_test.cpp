@@ -107,6 +107,8 @@ TEST(GenerateCommand, EveryVariantSelectsWhatDiscoveryFindsAndTheNetlistWatchesI
         EXPECT_EQ(runProgram({"check", path, "--probe", "X1"}).exitCode, 0);
         const bool compliance = !options.contains("--ddr-simulation");
         EXPECT_EQ(block.contains("EnableCompliance=1"), compliance);
+        EXPECT_EQ(QJsonDocument::fromJson(run.out)["description"].toString().contains("board"),
+                  options.contains("--ebd-nodes"));
         EXPECT_EQ(block.contains("ComplianceMeasMap[1]"), compliance);
     }
 }
