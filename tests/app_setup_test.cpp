@@ -9,7 +9,8 @@
 
 // A run that opens the dialog saves the setup as the opening normalised it and pictures the
 // dialog at its size (Qt's offscreen platform may warn on stderr); a failing opening or a bad tab
-// ends with its exit code and error line, and saves and pictures nothing.
+// ends with its exit code and error line, and saves and pictures nothing; so does an opening whose
+// save fails.
 TEST(SetupCommand, OpeningSavesTheNormalisedSetupAndPicturesTheDialogOrFailsLeavingTheFile) {
     const struct {
         const char* parameters;
@@ -17,6 +18,7 @@ TEST(SetupCommand, OpeningSavesTheNormalisedSetupAndPicturesTheDialogOrFailsLeav
         int exitCode;
         const char* firstErrorLine;
         const char* targetBER;
+        int fileBlocks = 0;  // a limit on the size of the files the program writes
     } cases[] = {
         {R"(,"TabWidgetTabNumber":"4")", "4", 0, "", "1e-06"},
         {R"(,"vtt":"")", "2", 3,
@@ -26,6 +28,7 @@ TEST(SetupCommand, OpeningSavesTheNormalisedSetupAndPicturesTheDialogOrFailsLeav
         {"", "5", 2, "lanetap: error: --tab must be a tab number from 0 to 4, not '5'", "0.000001"},
         // A DRAM type that names no item of its box leaves the box as it is.
         {R"(,"dramType":"7")", "0", 0, "", "1e-06"},
+        {"", "0", 2, "lanetap: error: DESIGN: cannot write: File too large", "0.000001", 1},
     };
     for (const auto& c : cases) {
         lanetap_test::Workspace workspace;
@@ -39,12 +42,16 @@ TEST(SetupCommand, OpeningSavesTheNormalisedSetupAndPicturesTheDialogOrFailsLeav
         // Qt warns on stderr when it has no private runtime folder; give it the workspace's.
         environment.insert("XDG_RUNTIME_DIR", workspace.path(""));
         const QString picture = workspace.path("tab.png");
-        const auto run = lanetap_test::runProgram(
-            {"setup", design, "--probe", "X1", "--tab", c.tab, "--screenshot", picture},
-            environment);
+        const QStringList arguments{"setup", design, "--probe",      "X1",
+                                    "--tab", c.tab,  "--screenshot", picture};
+        const auto run = c.fileBlocks ? lanetap_test::runProgramWithFileLimit(
+                                            arguments, c.fileBlocks, environment)
+                                      : lanetap_test::runProgram(arguments, environment);
         EXPECT_EQ(run.exitCode, c.exitCode) << run.err.toStdString();
+        EXPECT_EQ(run.err.count("lanetap: error: "), c.exitCode == 0 ? 0 : 1);
         if (c.exitCode != 0) {
-            EXPECT_EQ(run.err.split('\n').value(0).toStdString(), c.firstErrorLine);
+            EXPECT_EQ(run.err.split('\n').value(0).toStdString(),
+                      QString(c.firstErrorLine).replace("DESIGN", design).toStdString());
         }
         EXPECT_EQ(QImage(picture).height(), c.exitCode == 0 ? 652 : 0);
         EXPECT_EQ(lanetap_test::runProgram({"get", design, "--probe", "X1", "targetBER"}).out,

@@ -7,6 +7,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QSet>
 #include <clocale>
 
@@ -90,6 +91,18 @@ TEST(GenerateCommand, EveryVariantSelectsWhatDiscoveryFindsAndTheNetlistWatchesI
         }
         EXPECT_EQ(QSet<QString>(selected.begin(), selected.end()), discovered);
         EXPECT_EQ(discovered.size(), selected.size()) << "a key is listed twice";
+        // A DDR4 part's address pins are A0 to A13; A14 to A16 go as WE_n, CAS_n and RAS_n.
+        if (!options.contains("lpddr4")) {
+            QStringList address;
+            for (int bit = 0; bit < 14; ++bit) {
+                address << "A_Ch0_U1_A" + QString::number(bit);
+            }
+            QStringList found =
+                QStringList(discovered.values()).filter(QRegularExpression("^A_Ch0_U1_A\\d"));
+            found.sort();
+            address.sort();
+            EXPECT_EQ(found, address);
+        }
         // Every reference, of a Skew, is a signal of the design.
         for (const QString& record : items("SelectedMeasurementsRefSignalListMap")) {
             const QStringList parts = record.split(' ', Qt::SkipEmptyParts);

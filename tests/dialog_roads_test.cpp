@@ -52,6 +52,21 @@ TEST(DialogRoads, OpeningReuseAndTheCommandsReachTheHost) {
     opened.find<QPushButton>("finishButton")->click();
     EXPECT_EQ(host.commandsEnded, 2);
     EXPECT_EQ(host.commits, 5);  // the opening and Finish
+
+    // A new name in the dialog renames the instance only when the name is plain and free.
+    opened.show("X2");
+    const std::pair<const char*, std::string> renames[] = {
+        {"X1", "Instance X2 keeps its name: the name 'X1' is taken by another instance.\n"},
+        {"X 3", "Instance X2 keeps its name: the name 'X 3' holds white space.\n"},
+        {"X3", ""}};
+    host.takeWarnings();
+    for (const auto& [name, warning] : renames) {
+        opened.find<QLineEdit>("instanceNameEdit")->setText(name);
+        opened.find<QPushButton>("applyButton")->click();
+        EXPECT_EQ(host.takeWarnings(),
+                  warning.empty() ? std::vector<std::string>{} : std::vector<std::string>{warning});
+    }
+    EXPECT_EQ(opened.stored("vdd", "X3"), "1.5 V");
 }
 
 namespace {

@@ -32,7 +32,7 @@ const char* const richDesign = R"({
     {"name": "X1", "cell": "LaneTap", "library": "lanetap",
      "parameters": {"vdd": "1.2 V", "SelectedSignalList": "DQ_Ch0_U1_DQ0,"},
      "position": {"x": 10, "y": -2.5}},
-    {"name": "U1", "cell": "DDR_Memory", "library": "ddr", "model": "inactive", "status": 2,
+    {"name": "U1", "cell": "DDR_Memory", "library": "ddr", "model": "inactive", "status": 3,
      "terminals": [{"name": "DQ0", "net": "n_dq0"},
                    {"name": "A", "bits": [{"name": "A<0>", "net": "n_a0"},
                                           {"name": "A<1>", "net": null}]},

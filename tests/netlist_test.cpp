@@ -249,12 +249,19 @@ TEST_F(Netlist, MeasurementsReferencesAndCompliance) {
         {"compliance companions",
          {memory("M2", "U2", "DM_n 0 dm0, CS_n 0 cs0, DQ 11 q11, DQS_t 1 s_p, DQS_c 1 s_n"),
           memory("M6", "U6", "DQS_t 1 t_p, DQS_c 1 t_n, CK_t 0 k_p, CK_c 0 k_n"),
-          memory("M8", "U8", "A 3 a3")},
+          // Families the host has no name for make no signal.
+          memory("M8", "U8", "A 3 a3, 19 0 n_y, -1 0 n_z"),
+          // The last bit of a strobe's byte is enough for the strobe.
+          memory("M7", "U7", "DQ 15 u15, DQS_t 1 u_p, DQS_c 1 u_n, CK_t 0 c_p, CK_c 0 c_n")},
          "EnableComplianceMeasurements=1",
          {"N dm0 DM_Ch0_U2_DM0 s", "N cs0 CS_Ch0_U2_CS0 s", "N q11 DQ_Ch0_U2_DQ11 s",
           "N s_p DQS_Ch0_U2_DQS1 p", "N s_n DQS_Ch0_U2_DQS1 n", "N t_p DQS_Ch0_U6_DQS1 p",
           "N t_n DQS_Ch0_U6_DQS1 n", "N k_p CK_Ch0_U6_CK0 p", "N k_n CK_Ch0_U6_CK0 n",
-          "N a3 A_Ch0_U8_A3 s", "R DM_Ch0_U2_DM0 DM_Ch0_U2_DM0", "R DQ_Ch0_U2_DQ11 DQS_Ch0_U2_DQS1",
+          "N a3 A_Ch0_U8_A3 s", "N u15 DQ_Ch0_U7_DQ15 s", "N u_p DQS_Ch0_U7_DQS1 p",
+          "N u_n DQS_Ch0_U7_DQS1 n", "N c_p CK_Ch0_U7_CK0 p", "N c_n CK_Ch0_U7_CK0 n",
+          "R DQ_Ch0_U7_DQ15 DQS_Ch0_U7_DQS1", "R DQ_Ch0_U7_DQ15 CK_Ch0_U7_CK0",
+          "R DQS_Ch0_U7_DQS1 DQ_Ch0_U7_DQ15", "R DQS_Ch0_U7_DQS1 CK_Ch0_U7_CK0",
+          "R CK_Ch0_U7_CK0 CK_Ch0_U7_CK0", "R DM_Ch0_U2_DM0 DM_Ch0_U2_DM0", "R DQ_Ch0_U2_DQ11 DQS_Ch0_U2_DQS1",
           "R DQS_Ch0_U2_DQS1 DQ_Ch0_U2_DQ11", "R DQS_Ch0_U6_DQS1 CK_Ch0_U6_CK0",
           "R CK_Ch0_U6_CK0 CK_Ch0_U6_CK0",
           "W2 For DQ_Ch0_U2_DQ11, reference signal ID(s) CK0 of Reference Designator 'U2' of "

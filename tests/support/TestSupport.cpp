@@ -111,12 +111,12 @@ ProgramRun runProgram(const QStringList& arguments, const QProcessEnvironment& e
     return run(programPath(), arguments, environment);
 }
 
-ProgramRun runProgramWithFileLimit(const QStringList& arguments, int blocks) {
+ProgramRun runProgramWithFileLimit(const QStringList& arguments, int blocks,
+                                   const QProcessEnvironment& environment) {
     // An ignored SIGXFSZ stays ignored across exec, so the failed write is seen by the program.
     const QString script =
         QString("ulimit -f %1 && trap '' XFSZ && exec \"$0\" \"$@\"").arg(blocks);
-    return run("/bin/sh", QStringList{"-c", script, programPath()} + arguments,
-               QProcessEnvironment::systemEnvironment());
+    return run("/bin/sh", QStringList{"-c", script, programPath()} + arguments, environment);
 }
 
 }  // namespace lanetap_test

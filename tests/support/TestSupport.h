@@ -75,6 +75,8 @@ ProgramRun runProgram(const QStringList& arguments, const QProcessEnvironment& e
                                                         QProcessEnvironment::systemEnvironment());
 // The same, with the size of any file the program writes limited to `blocks` blocks of 512
 // bytes; a write past that fails instead of ending the program.
-ProgramRun runProgramWithFileLimit(const QStringList& arguments, int blocks);
+ProgramRun runProgramWithFileLimit(
+    const QStringList& arguments, int blocks,
+    const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
 
 }  // namespace lanetap_test
