@@ -147,6 +147,8 @@ private:
     void applyGroupMeasurements(const QString& key);
 
     // MeasurementPage.cpp
+    // Builds the page behind measurement tab `index`, if it has one to build.
+    void refreshMeasurementTab(int index);
     void refreshMeasurementPage();
     void fillFlatTree(QTreeWidget* tree, const QStringList& names);
     void recordMeasurementAdded(QTreeWidgetItem* measurement, QTreeWidgetItem* signal);

@@ -353,20 +353,20 @@ void LaneTapDialog::loadSettings(const db::ParamIter& in) {
     restoreVoltages(in, signalThresholdFields(ui));
 }
 
+// Only the trees that can be seen before they are next rebuilt are built here: the signal
+// selection, which Back reaches without a rebuild, and the page of the current measurement tab.
+// The other measurement pages are built when their tab becomes current, and the write-leveling
+// route when Next enters it; the dialog always opens on the measurement route.
 void LaneTapDialog::loadSelections(const db::ParamIter& in) {
     moveKeys(readParamStringList(in, "SelectedSignalList"), availableSignals, selectedSignals);
     refreshSignalSelectionTrees();
     restoreMeasurements(in, selectedSignals, groupMeasurements);
-    refreshMeasurementPage();
     restoreReferences(in, selectedSignals, allSignals);
-    refreshRefSignalPage();
     restoreCompliance(in, ui, *parameters, selectedSignals, groupCompliance);
-    refreshCompliancePage();
+    refreshMeasurementTab(ui.measurementTabs->currentIndex());
     moveKeys(readParamStringList(in, "WritelevelingSelectedSignalList"), wlAvailableSignals,
              wlSelectedSignals);
-    refreshWlSignalTrees();
     restoreWriteLevelingReferences(in, wlSelectedSignals, allSignals, wlAllSignals);
-    refreshWlRefPage();
 }
 
 }  // namespace LaneTapUI

@@ -160,6 +160,11 @@ void LaneTapDialog::onMeasurementTabChanged(int index) {
     if (index < 0) {
         return;
     }
+    refreshMeasurementTab(index);
+    updateNavigationButtons(ui.measurementTabs, index);
+}
+
+void LaneTapDialog::refreshMeasurementTab(int index) {
     if (index == 2) {
         refreshMeasurementPage();
     } else if (index == 3) {
@@ -167,7 +172,6 @@ void LaneTapDialog::onMeasurementTabChanged(int index) {
     } else if (index == 4) {
         refreshCompliancePage();
     }
-    updateNavigationButtons(ui.measurementTabs, index);
 }
 
 void LaneTapDialog::onNextClicked() {
