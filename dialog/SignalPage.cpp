@@ -56,7 +56,8 @@ QTreeWidgetItem* groupItem(TreeBuild& build, QTreeWidgetItem* parent, const QStr
 template <class Visit>
 void forEachLeaf(QTreeWidgetItem* item, Visit visit) {
     walkTree(
-        item, [](QTreeWidgetItem*) {}, [&](QTreeWidgetItem* leaf) { visit(leaf->text(keyColumn)); });
+        item, [](QTreeWidgetItem*) {},
+        [&](QTreeWidgetItem* leaf) { visit(leaf->text(keyColumn)); });
 }
 
 }  // namespace
@@ -79,14 +80,18 @@ void LaneTapDialog::addSignalToTree(TreeBuild& build, const SignalRecord* record
     QTreeWidgetItem* channel = groupItem(build, type, record->channel, record->channel);
     QTreeWidgetItem* node = groupItem(build, channel, record->displayName, record->groupKey);
     QTreeWidgetItem* leaf = newItem(node, record->signalType + record->signalIndex, record->key);
+    // One brush for every leaf: a brush made from a colour allocates.
+    static const QBrush instancesBrush(Qt::darkGreen);
     leaf->setText(1, record->instanceNames());
-    leaf->setForeground(1, Qt::darkGreen);
+    leaf->setForeground(1, instancesBrush);
 }
 
 void LaneTapDialog::finishTree(QTreeWidget* tree) {
-    tree->expandAll();
+    // Sorted before it is expanded: the view then has no expanded items to follow through the
+    // sort.
     TreeWidgetItem::prepareSort();
     tree->sortItems(0, Qt::AscendingOrder);
+    tree->expandAll();
     fitColumn(tree, 0);
     tree->setCurrentItem(tree->topLevelItem(0));
 }

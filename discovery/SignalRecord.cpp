@@ -94,6 +94,10 @@ bool SignalRecord::allMeasurementsReferenced() const {
 }
 
 QString SignalRecord::instanceNames() const {
+    // Most signals reach one instance: its name is shared, not joined.
+    if (instances.size() == 1) {
+        return instances.cbegin().key();
+    }
     return QStringList(instances.keys()).join(QStringLiteral(", "));
 }
 
@@ -112,7 +116,9 @@ void SignalRecord::removeWlRefSignal(const SignalRecord* reference) {
 namespace {
 
 // The inverse node of a die-level pair; a record without nets keeps its nets empty.
-QString inverseOf(const QString& net) { return net.isEmpty() ? net : net + QLatin1String("_Inv"); }
+QString inverseOf(const QString& net) {
+    return net.isEmpty() ? net : net + QLatin1String("_Inv");
+}
 
 }  // namespace
 
