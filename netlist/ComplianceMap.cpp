@@ -24,8 +24,7 @@ bool NetlistWriter::isComplianceGroupApplicable(const QString& group, const QLis
     return std::any_of(ids.cbegin(), ids.cend(), [&](int id) { return offered.contains(id); });
 }
 
-QString NetlistWriter::writeComplianceMap() const {
-    QString text;
+void NetlistWriter::writeComplianceMap(QString& text) const {
     int n = 1;
     const IntListMap groups =
         readParamIntListMap(*parameterIterator, "SelectedGroupComplianceListMap");
@@ -49,7 +48,6 @@ QString NetlistWriter::writeComplianceMap() const {
         }
         NetlistText::appendListLine(text, QLatin1String("ComplianceMeasMap"), n++, fields);
     }
-    return text;
 }
 
 }  // namespace LaneTapUI

@@ -16,8 +16,7 @@ QString measurementKey(int code) {
 
 }  // namespace
 
-QString NetlistWriter::writeNodeMeasMap() const {
-    QString text;
+void NetlistWriter::writeNodeMeasMap(QString& text) const {
     int n = 1;
 
     // Measurements that need no reference, one "Unreferenced" line per signal. Those that need
@@ -79,11 +78,9 @@ QString NetlistWriter::writeNodeMeasMap() const {
             NetlistText::appendListLine(text, measMapSection, n++, fields);
         }
     }
-    return text;
 }
 
-QString NetlistWriter::writeNodeRefMap() const {
-    QString text;
+void NetlistWriter::writeNodeRefMap(QString& text) const {
     int n = 1;
     for (const SignalRecord* record : signals) {
         if (!record->models.contains(measurementCellForType(record->signalType))) {
@@ -97,7 +94,6 @@ QString NetlistWriter::writeNodeRefMap() const {
             }
         }
     }
-    return text;
 }
 
 }  // namespace LaneTapUI

@@ -46,7 +46,7 @@ void NetlistWriter::discoverSignals() {
                                DiscoveryKind::Netlist, signals);
 }
 
-std::string NetlistWriter::writeBlock() {
+QByteArray NetlistWriter::writeBlock() {
     QString block = QStringLiteral("\n#load \"python\",\"TDM_LaneTap\"\n");
     const QString probeName = QString::fromStdString(db::get_instance_name(probeInstance));
     block += QStringLiteral("ComponentWithNodes:") + probeName + QLatin1Char(' ');
@@ -59,21 +59,21 @@ std::string NetlistWriter::writeBlock() {
     }
 
     // The node list ends in a blank, so the type continues the first line.
-    block += writeNodeList();
+    writeNodeList(block);
     block += QStringLiteral("Type=\"ModelExtractor\" Module=\"LaneTap\"") +
              NetlistText::lineContinuation;
     block += writeSettingsBlock();
-    block += writeNodeData();
-    block += writeNodeMeasMap();
+    writeNodeData(block);
+    writeNodeMeasMap(block);
     if (isComplianceEnabled()) {
-        block += writeNodeRefMap();
-        block += writeComplianceMap();
+        writeNodeRefMap(block);
+        writeComplianceMap(block);
     }
 
     // The last line keeps its blank and loses its continuation.
     block.chop(2);
     block += QStringLiteral("\n\n");
-    return block.toStdString();
+    return block.toUtf8();
 }
 
 bool NetlistWriter::isComplianceEnabled() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QHash>
 #include <QList>
 #include <QString>
@@ -26,7 +27,7 @@ public:
 
     // The block: the load line, one statement continued over lines, and an empty line. Cuts the
     // signals down to the selection, so it is called once.
-    std::string writeBlock();
+    QByteArray writeBlock();
 
     // Compliance is on when the probe stores it and the simulation is transient.
     bool isComplianceEnabled() const;
@@ -41,13 +42,14 @@ private:
     void discoverSignals();
     void collectSelectedSignals();
 
+    // The sections of the block, each appended to `text` where it stands.
     // Node list and node data: the same walk, so that the i-th net and the i-th line agree.
-    QString writeNodeList() const;
-    QString writeNodeData() const;
+    void writeNodeList(QString& text) const;
+    void writeNodeData(QString& text) const;
     QString writeSettingsBlock() const;
-    QString writeNodeMeasMap() const;
-    QString writeNodeRefMap() const;
-    QString writeComplianceMap() const;
+    void writeNodeMeasMap(QString& text) const;
+    void writeNodeRefMap(QString& text) const;
+    void writeComplianceMap(QString& text) const;
     bool isComplianceGroupApplicable(const QString& group, const QList<int>& ids) const;
 
     // Companions of a signal for its compliance tests, with a warning for those missing.

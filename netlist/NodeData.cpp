@@ -57,18 +57,15 @@ QList<WatchedNode> watchedNodes(const SignalRecord& record, bool reportAbsent) {
 
 }  // namespace
 
-QString NetlistWriter::writeNodeList() const {
-    QString text;
+void NetlistWriter::writeNodeList(QString& text) const {
     for (const SignalRecord* record : signals) {
         for (const WatchedNode& node : watchedNodes(*record, true)) {
             text += node.net + QLatin1Char(' ');
         }
     }
-    return text;
 }
 
-QString NetlistWriter::writeNodeData() const {
-    QString text;
+void NetlistWriter::writeNodeData(QString& text) const {
     int n = 1;
     for (const SignalRecord* record : signals) {
         for (const WatchedNode& node : watchedNodes(*record, false)) {
@@ -78,7 +75,6 @@ QString NetlistWriter::writeNodeData() const {
                  record->channel, record->nodeLabelDotted, node.polarity});
         }
     }
-    return text;
 }
 
 }  // namespace LaneTapUI
