@@ -117,16 +117,6 @@ TEST(ScriptFunctions, BadArgumentsAndAMissingEditorRaiseTheScriptErrorAndMakeNot
     }
     // Without the editor the netlist still comes.
     EXPECT_TRUE(noEditor.host.netlistProbe("X1").ok);
-    // The host's help function, called without a help key, raises the script error too.
-    CallORL keyless("de_post_help_cb");
-    keyless.add_arg(0);
-    try {
-        keyless.execute(nullptr);
-        ADD_FAILURE() << "no script error";
-    } catch (const standin::ScriptError& error) {
-        EXPECT_STREQ(error.what(), "de_post_help_cb needs a help key");
-    }
-    EXPECT_TRUE(loaded.host.helpRequests.empty());
 }
 
 // A real host provides the host's functions itself: the plug-in needs no library of ours.
