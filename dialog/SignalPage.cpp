@@ -29,9 +29,14 @@ QTreeWidgetItem* topLevelWithText(QTreeWidget* tree, const QString& text) {
     return nullptr;
 }
 
-QTreeWidgetItem* newItem(QTreeWidgetItem* parent, const QString& text, const QString& key) {
+// The columns are filled in order, each text appended to the item's list of texts.
+QTreeWidgetItem* newItem(QTreeWidgetItem* parent, const QString& text, const QString& key,
+                         const QString& instances = QString()) {
     auto* item = new TreeWidgetItem(parent);
     item->setText(0, text);
+    if (!instances.isNull()) {
+        item->setText(1, instances);
+    }
     item->setText(keyColumn, key);
     return item;
 }
@@ -79,10 +84,10 @@ void LaneTapDialog::addSignalToTree(TreeBuild& build, const SignalRecord* record
     QTreeWidgetItem* type = groupItem(build, nullptr, record->signalType, record->signalType);
     QTreeWidgetItem* channel = groupItem(build, type, record->channel, record->channel);
     QTreeWidgetItem* node = groupItem(build, channel, record->displayName, record->groupKey);
-    QTreeWidgetItem* leaf = newItem(node, record->signalType + record->signalIndex, record->key);
+    QTreeWidgetItem* leaf = newItem(node, record->signalType + record->signalIndex, record->key,
+                                    record->instanceNames());
     // One brush for every leaf: a brush made from a colour allocates.
     static const QBrush instancesBrush(Qt::darkGreen);
-    leaf->setText(1, record->instanceNames());
     leaf->setForeground(1, instancesBrush);
 }
 

@@ -1,6 +1,7 @@
 #include "dialog/TreeWidgetItem.h"
 
 #include <QCollator>
+#include <QHash>
 #include <QLocale>
 #include <QTreeWidget>
 
@@ -15,16 +16,33 @@ QLocale collationLocale() {
 }
 
 // The numeric collator of the sorts, with a generation that changes with each new collator.
+// The trees of a board hold tens of thousands of items but few distinct texts ("DQ3", "Ch0",
+// "U12"), so the key of each text is made once for all the sorts of a collator.
 struct NumericCollator {
     QLocale locale;
     QCollator collator;
     int generation = 0;
+    QHash<QString, QCollatorSortKey> keysByText;
 
     void follow(const QLocale& current) {
         locale = current;
         collator = QCollator(current);
         collator.setNumericMode(true);
+        keysByText.clear();
         ++generation;
+    }
+
+    QCollatorSortKey keyOf(const QString& text) {
+        // A bound on what a long session on many designs keeps.
+        constexpr int mostTexts = 100000;
+        auto known = keysByText.constFind(text);
+        if (known == keysByText.constEnd()) {
+            if (keysByText.size() >= mostTexts) {
+                keysByText.clear();
+            }
+            known = keysByText.insert(text, collator.sortKey(text));
+        }
+        return known.value();
     }
 };
 
@@ -49,25 +67,30 @@ void TreeWidgetItem::prepareSort() {
     }
 }
 
-const QCollatorSortKey& TreeWidgetItem::sortKey(const QString& text) const {
-    const NumericCollator& collator = numericCollator();
+const QCollatorSortKey& TreeWidgetItem::sortKey(int column) const {
+    NumericCollator& collator = numericCollator();
     if (!cachedKey || cachedKey->collatorGeneration != collator.generation ||
-        cachedKey->text != text) {
-        cachedKey.reset(
-            new CachedKey{text, collator.generation, collator.collator.sortKey(text)});
+        cachedKey->column != column) {
+        cachedKey.emplace(CachedKey{column, collator.generation, collator.keyOf(text(column))});
     }
     return cachedKey->key;
 }
 
+void TreeWidgetItem::setData(int column, int role, const QVariant& value) {
+    if (cachedKey && cachedKey->column == column &&
+        (role == Qt::DisplayRole || role == Qt::EditRole)) {
+        cachedKey.reset();
+    }
+    QTreeWidgetItem::setData(column, role, value);
+}
+
 bool TreeWidgetItem::operator<(const QTreeWidgetItem& other) const {
     const int column = treeWidget() ? treeWidget()->sortColumn() : 0;
-    const QString text = this->text(column);
-    const QString otherText = other.text(column);
     // Keys compare as the collator does; an item of another class is compared directly.
     if (const auto* item = dynamic_cast<const TreeWidgetItem*>(&other)) {
-        return sortKey(text).compare(item->sortKey(otherText)) < 0;
+        return sortKey(column).compare(item->sortKey(column)) < 0;
     }
-    return numericCollator().collator.compare(text, otherText) < 0;
+    return numericCollator().collator.compare(text(column), other.text(column)) < 0;
 }
 
 }  // namespace LaneTapUI

@@ -3,7 +3,7 @@
 #include <QCollatorSortKey>
 #include <QString>
 #include <QTreeWidgetItem>
-#include <memory>
+#include <optional>
 
 namespace LaneTapUI {
 
@@ -15,21 +15,24 @@ public:
     ~TreeWidgetItem() override;
 
     bool operator<(const QTreeWidgetItem& other) const override;
+    // Forgets the collation key of a text that changes.
+    void setData(int column, int role, const QVariant& value) override;
 
     // Makes the collator of the next sort from the default locale as it is now. A sort compares
     // tens of thousands of pairs with the one collator.
     static void prepareSort();
 
 private:
-    // The collation key of the text last compared, kept while that text and the collator stay.
+    // The collation key of the item's text in the column last sorted on, kept while that text
+    // and the collator stay.
     struct CachedKey {
-        QString text;
+        int column;
         int collatorGeneration;
         QCollatorSortKey key;
     };
-    const QCollatorSortKey& sortKey(const QString& text) const;
+    const QCollatorSortKey& sortKey(int column) const;
 
-    mutable std::unique_ptr<CachedKey> cachedKey;
+    mutable std::optional<CachedKey> cachedKey;
 };
 
 }  // namespace LaneTapUI
