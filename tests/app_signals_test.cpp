@@ -118,6 +118,8 @@ TEST(GenerateCommand, EveryVariantSelectsWhatDiscoveryFindsAndTheNetlistWatchesI
         EXPECT_EQ(QJsonDocument::fromJson(run.out)["description"].toString().contains("board"),
                   options.contains("--ebd-nodes"));
         EXPECT_EQ(block.contains("ComplianceMeasMap[1]"), compliance);
+        EXPECT_EQ(block.contains("ReadWriteOperation=\"read\""), options.contains("--read"));
+        EXPECT_EQ(run.out.contains("IbisPinSelPort"), options.contains("--ebd-nodes"));
     }
 }
 
