@@ -1,33 +1,17 @@
 #include "support/BlockReader.h"
 
+#include "support/TestSupport.h"
+
 #include <QRegularExpression>
 #include <algorithm>
 
 namespace lanetap_test {
 
 const QStringList& blockSettingNames() {
+    // One name a line, as the post-processing module reads them.
     static const QStringList names =
-        QString(
-            "Settings_ReadWriteOperation EnableCompliance EnableScreenshots "
-            "NEBProperties_SaveDataset NEBProperties_SaveReportPDF NEBProperties_ReportPath "
-            "TargetBER InterpolationTimePoints TimePoints AmplitudeResolution DataRate "
-            "CATopology SpeedGrade Settings_pcboCustomSG Settings_DQSSignalType "
-            "Settings_chkLPDDR4 Settings_chkLPDDR4X Settings_InputVDD Settings_InputVDDQ "
-            "Settings_InputVDD1 Settings_InputVDD2 Settings_InputRefV_VTT UseInternalVrefDQ "
-            "GroupDQBy Settings_InputThreshold_Vih_ac_DQ Settings_InputThreshold_Vil_ac_DQ "
-            "Settings_InputThreshold_Vih_dc_DQ Settings_InputThreshold_Vil_dc_DQ "
-            "Settings_InputRefV_VrefDQ Settings_TimingWindowDQ UseInternalVrefCA GroupCABy "
-            "Settings_InputThreshold_Vih_ac_CA Settings_InputThreshold_Vil_ac_CA "
-            "Settings_InputThreshold_Vih_dc_CA Settings_InputThreshold_Vil_dc_CA "
-            "Settings_InputRefV_VrefCA Settings_TimingWindowCA "
-            "Settings_InputThreshold_DQS_SE_High Settings_InputThreshold_DQS_SE_Low "
-            "Settings_InputThreshold_CLK_SE_High Settings_InputThreshold_CLK_SE_Low "
-            "Settings_InputThreshold_Voh_ac Settings_InputThreshold_Vol_ac "
-            "Settings_InputThreshold_Voh_dc Settings_InputThreshold_Vol_dc "
-            "Settings_VIHdiff_ac_DQS Settings_VILdiff_ac_DQS Settings_VIHdiff_DQS "
-            "Settings_VILdiff_DQS Settings_VIHdiff_ac_CK Settings_VILdiff_ac_CK "
-            "Settings_VIHdiff_CK Settings_VILdiff_CK Settings_VOHdiff_ac Settings_VOLdiff_ac")
-            .split(' ');
+        QString::fromUtf8(readBytes(LANETAP_SOURCE_DIR "/tests/data/block-settings.txt"))
+            .split('\n', Qt::SkipEmptyParts);
     return names;
 }
 
