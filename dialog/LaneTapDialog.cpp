@@ -91,6 +91,7 @@ void LaneTapDialog::applyControllerRules() {
 }
 
 void LaneTapDialog::discoverSignals() {
+    ++discoveries;
     qDeleteAll(allSignals);
     allSignals.clear();
     selectedSignals.clear();

@@ -131,6 +131,20 @@ private:
                             const QSet<QString>& excludedTypes);
     void addSignalToTree(TreeBuild& build, const SignalRecord* record);
     void finishTree(QTreeWidget* tree);
+    // What a signal tree was last built from. Asked for the same items again, with nothing moved
+    // or painted in the tree since, populateSignalTree only brings the view back to how a build
+    // leaves it: a tab change on a board of 10^4 signals then rebuilds nothing.
+    struct BuiltTree {
+        SignalRecordHash records;
+        QSet<QString> excludedTypes;
+        int discovery;
+        int collation;
+        bool changed;
+    };
+    bool isBuiltFrom(const QTreeWidget* tree, const SignalRecordHash& records,
+                     const QSet<QString>& excludedTypes, int collation) const;
+    void showAsBuilt(QTreeWidget* tree);
+    void markTreeChanged(const QTreeWidget* tree);
     void fitColumn(QTreeWidget* tree, int column);
     void refreshSignalSelectionTrees();
     void moveRecords(QTreeWidgetItem* item, SignalRecordHash& target, SignalRecordHash& source);
@@ -163,6 +177,7 @@ private:
     void colourPair(QTreeWidgetItem* signal, QTreeWidgetItem* measurement);
     void colourPairs(QTreeWidgetItem* signal, QTreeWidget* measurementTree);
     void colourUnreferenced(QTreeWidgetItem* item);
+    void paint(QTreeWidgetItem* item, int column, Qt::GlobalColor colour);
     void recordRefSignalAdded(QTreeWidgetItem* reference, QTreeWidgetItem* signal,
                               QTreeWidgetItem* measurement);
     void recordRefSignalRemoved(QTreeWidgetItem* reference, QTreeWidgetItem* signal,
@@ -205,6 +220,9 @@ private:
     QHash<QString, QHash<QString, int>> groupMeasurements;
     QHash<QString, QMultiHash<QString, int>> groupCompliance;
     QHash<QString, QString> clockByNode;
+    QHash<const QTreeWidget*, BuiltTree> builtTrees;
+    // Counts the discoveries: records of an earlier one may share addresses with today's.
+    int discoveries = 0;
 };
 
 }  // namespace LaneTapUI

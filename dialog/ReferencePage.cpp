@@ -21,10 +21,6 @@ bool needsReference(const QString& measurement) {
     return !referenceFreeTypesByDisplayName().contains(measurement);
 }
 
-void paint(QTreeWidgetItem* item, int column, Qt::GlobalColor colour) {
-    item->setForeground(column, colour);
-}
-
 // How the designators of the design's DDR parts are organised. A designator that two parts name
 // holds both values; the later one answers.
 struct DesignatorLayouts {
@@ -216,6 +212,11 @@ void LaneTapDialog::colourPairs(QTreeWidgetItem* signal, QTreeWidget* measuremen
     for (int i = 0; i < measurementTree->topLevelItemCount(); ++i) {
         colourPair(signal, measurementTree->topLevelItem(i));
     }
+}
+
+void LaneTapDialog::paint(QTreeWidgetItem* item, int column, Qt::GlobalColor colour) {
+    markTreeChanged(item->treeWidget());
+    item->setForeground(column, colour);
 }
 
 void LaneTapDialog::colourUnreferenced(QTreeWidgetItem* item) {

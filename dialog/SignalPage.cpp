@@ -2,6 +2,7 @@
 // signal type, channel, node, signal. Column 2 of every item holds its key and is never shown.
 
 #include <QHeaderView>
+#include <QScrollBar>
 
 #include "dialog/LaneTapDialog.h"
 #include "dialog/TreeHelpers.h"
@@ -69,6 +70,11 @@ void forEachLeaf(QTreeWidgetItem* item, Visit visit) {
 
 void LaneTapDialog::populateSignalTree(QTreeWidget* tree, const SignalRecordHash& records,
                                        const QSet<QString>& excludedTypes) {
+    const int collation = TreeWidgetItem::prepareSort();
+    if (isBuiltFrom(tree, records, excludedTypes, collation)) {
+        showAsBuilt(tree);
+        return;
+    }
     tree->clear();
     TreeBuild build;
     for (const SignalRecord* record : records) {
@@ -78,6 +84,32 @@ void LaneTapDialog::populateSignalTree(QTreeWidget* tree, const SignalRecordHash
     }
     tree->addTopLevelItems(build.topLevel);
     finishTree(tree);
+    builtTrees.insert(tree, {records, excludedTypes, discoveries, collation, false});
+}
+
+bool LaneTapDialog::isBuiltFrom(const QTreeWidget* tree, const SignalRecordHash& records,
+                                const QSet<QString>& excludedTypes, int collation) const {
+    const auto built = builtTrees.constFind(tree);
+    return built != builtTrees.constEnd() && !built->changed && built->discovery == discoveries &&
+           built->collation == collation && built->excludedTypes == excludedTypes &&
+           built->records == records;
+}
+
+// What a build leaves that the user may have changed since: every item expanded, the view at its
+// start, column 0 fitted, and the first item current and alone selected.
+void LaneTapDialog::showAsBuilt(QTreeWidget* tree) {
+    tree->expandAll();
+    tree->scrollToTop();
+    tree->horizontalScrollBar()->setValue(tree->horizontalScrollBar()->minimum());
+    fitColumn(tree, 0);
+    tree->setCurrentItem(tree->topLevelItem(0));
+}
+
+void LaneTapDialog::markTreeChanged(const QTreeWidget* tree) {
+    const auto built = builtTrees.find(tree);
+    if (built != builtTrees.end()) {
+        built->changed = true;
+    }
 }
 
 void LaneTapDialog::addSignalToTree(TreeBuild& build, const SignalRecord* record) {
@@ -243,6 +275,8 @@ void LaneTapDialog::moveSignalItem(QTreeWidget* from, QTreeWidget* to, SignalRec
     if (!item) {
         return;
     }
+    markTreeChanged(from);
+    markTreeChanged(to);
     moveRecords(item, target, source);
     if (inheritMeasurements) {
         inheritGroupMeasurements(item);

@@ -59,12 +59,13 @@ NumericCollator& numericCollator() {
 
 TreeWidgetItem::~TreeWidgetItem() = default;
 
-void TreeWidgetItem::prepareSort() {
+int TreeWidgetItem::prepareSort() {
     NumericCollator& collator = numericCollator();
     const QLocale locale = collationLocale();
     if (locale != collator.locale) {
         collator.follow(locale);
     }
+    return collator.generation;
 }
 
 const QCollatorSortKey& TreeWidgetItem::sortKey(int column) const {

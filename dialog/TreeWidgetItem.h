@@ -18,9 +18,10 @@ public:
     // Forgets the collation key of a text that changes.
     void setData(int column, int role, const QVariant& value) override;
 
-    // Makes the collator of the next sort from the default locale as it is now. A sort compares
-    // tens of thousands of pairs with the one collator.
-    static void prepareSort();
+    // Makes the collator of the next sort from the default locale as it is now, and gives its
+    // generation, which changes with the collator. A sort compares tens of thousands of pairs with
+    // the one collator.
+    static int prepareSort();
 
 private:
     // The collation key of the item's text in the column last sorted on, kept while that text

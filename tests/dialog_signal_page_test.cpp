@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QTreeWidgetItemIterator>
+
 #include "support/SelectionPages.h"
 
 using namespace lanetap_test;
@@ -61,6 +63,57 @@ TEST(SignalTrees, MovesAppendMergeAndPruneWhileRebuildsSortAndRestoreKeys) {
     EXPECT_EQ(dump(pages.tree("selectMeasurementSelectedSignalTree")), "CK(Ch1(U1(CK0) U2(CK0)))");
     pages.tab(1);
     EXPECT_EQ(dump(pages.tree(selectedSignals)), "CK=(Ch1(U1(CK0) U2(CK0)))");
+}
+
+namespace {
+
+// What a build leaves in a tree: its items, the current one, those collapsed, column 0's width.
+QString viewState(QTreeWidget* tree) {
+    QStringList collapsed;
+    for (QTreeWidgetItemIterator it(tree); *it; ++it) {
+        collapsed << ((*it)->isExpanded() ? "" : (*it)->text(0));
+    }
+    return dump(tree) + "|" + currentPath(tree) + "|" + collapsed.join("").trimmed() + "|" +
+           QString::number(tree->columnWidth(0));
+}
+
+}  // namespace
+
+// A tab shown again looks as its last build left it, whatever was collapsed or made current since.
+// A signal taken out and put back stands last until the next build sorts it in again, and a
+// signal taken out is gone from the measurement tab.
+TEST(SignalTrees, ATabShownAgainLooksAsItsBuildLeftIt) {
+    Pages pages(busDesign(R"("TabWidgetTabNumber":"4","SelectedSignalList":)"
+                          R"("DQ_Ch0_U2_DQ2,DQ_Ch1_U1_DQ10,CK_Ch0_U2_CK0,")"));
+    pages.tab(2);
+    QTreeWidget* measured = pages.tree("selectMeasurementSelectedSignalTree");
+    const QString built = viewState(measured);
+    measured->topLevelItem(0)->setExpanded(false);
+    measured->setCurrentItem(measured->topLevelItem(1)->child(0));
+    pages.tab(3);
+    pages.tab(2);
+    EXPECT_EQ(viewState(measured), built);
+
+    pages.tab(1);
+    const QString selected = dump(pages.tree(selectedSignals));
+    pages.act(selectedSignals, {"CK"}, "removeSignalButton");
+    pages.act(availableSignals, {"CK", "Ch0", "U2"}, "addSignalButton");
+    EXPECT_NE(dump(pages.tree(selectedSignals)), selected);
+    pages.tab(0);
+    pages.press("backButton");
+    pages.press("nextButton");
+    EXPECT_EQ(dump(pages.tree(selectedSignals)), selected);
+
+    // The same number of other signals, then the same signals of an instance renamed.
+    pages.act(selectedSignals, {"CK"}, "removeSignalButton");
+    pages.act(availableSignals, {"DQ", "Ch0", "U1", "DQ2"}, "addSignalButton");
+    pages.tab(2);
+    EXPECT_EQ(dump(measured), "DQ(Ch0(U1(DQ2) U2(DQ2)) Ch1(U1(DQ10)))");
+    pages.press("applyButton");
+    pages.host().host.design()->findInstance("U2")->name = "M2";
+    pages.show("X1");
+    pages.tab(2);
+    EXPECT_EQ(dump(measured), "DQ(Ch0(U1(DQ2) U2(DQ2[M2])) Ch1(U1(DQ10)))");
 }
 
 // A signal added on the signal tab takes the list of its node, channel or type, in that order of
