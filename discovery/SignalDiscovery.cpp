@@ -1,5 +1,7 @@
 #include "discovery/SignalDiscovery.h"
 
+#include <QStringBuilder>
+
 #include "catalogue/SignalTypes.h"
 #include "discovery/DesignWalk.h"
 #include "host/OpenAccess.h"
@@ -68,13 +70,12 @@ std::unique_ptr<SignalRecord> makeRecord(const InstanceScan& scan, const PortPla
     record->nodeName = refDes;
     record->displayName = refDes;
     if (!label.isEmpty()) {
-        record->nodeName += "_" + record->nodeLabelDotted;
-        record->displayName += " (" + label + ")";
+        record->nodeName = refDes % QLatin1Char('_') % record->nodeLabelDotted;
+        record->displayName = refDes % QLatin1String(" (") % label % QLatin1Char(')');
     }
-    record->key = record->signalType + "_" + record->channel + "_" + record->nodeName + "_" +
-                  record->signalType + record->signalIndex;
-    record->groupKey = record->signalType + "_" + record->channel + "_" + record->nodeName;
-    record->channelGroupKey = record->signalType + "_" + record->channel;
+    record->channelGroupKey = record->signalType % QLatin1Char('_') % record->channel;
+    record->groupKey = record->channelGroupKey % QLatin1Char('_') % record->nodeName;
+    record->key = record->groupKey % QLatin1Char('_') % record->signalType % record->signalIndex;
     return record;
 }
 
@@ -128,7 +129,8 @@ private:
     RecordList recordsForPort(const InstanceScan& scan, const DDRBusPlanner::DDRPortInfo& port,
                               const QString& signalId) const {
         const PortPlace place{QStringLiteral("Ch") + QString::number(port.get_channel_id()),
-                              QString::fromStdString(port.get_ref_des()), signalId,
+                              QString::fromStdString(port.get_ref_des()),
+                              signalId,
                               QString::fromStdString(port.get_pin_name()),
                               QString::fromStdString(port.get_port_name()),
                               splitPinName(signalId)};
@@ -268,13 +270,16 @@ EbdNodes readEbdNodes(db::Instance* instance) {
     const db::ParamIter parameters(instance);
     const QStringList ports = splitOnWhiteSpace(readParamText(parameters, "IbisPinSelPort"));
     const QStringList counts = splitOnWhiteSpace(readParamText(parameters, "IbisPinSelEbdNodes"));
-    QStringList names = splitOnWhiteSpace(readParamText(parameters, "IbisPinSelEbdNodesName"));
+    const QStringList names =
+        splitOnWhiteSpace(readParamText(parameters, "IbisPinSelEbdNodesName"));
+    int next = 0;
     for (int i = 0; i < ports.size(); ++i) {
         // The three lists are trusted to match; a short list simply runs out here.
         const int count = i < counts.size() ? counts[i].toInt() : 0;
         QStringList portNodes;
-        for (int n = 0; n < count && !names.isEmpty(); ++n) {
-            portNodes << names.takeFirst().split('.', Qt::SkipEmptyParts).value(0);
+        for (int n = 0; n < count && next < names.size(); ++n) {
+            // The node is the name up to its first dot, leading dots passed over.
+            portNodes << names[next++].section('.', 0, 0, QString::SectionSkipEmpty);
         }
         nodes.insert(ports[i], portNodes);
     }
