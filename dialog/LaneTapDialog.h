@@ -22,10 +22,16 @@ class QTreeWidgetItem;
 
 namespace LaneTapUI {
 
+// The pages of stackedWidget; each route owns a half of the setup.
+inline constexpr int firstPage = 0;
+inline constexpr int writeLevelingRoute = 1;
+inline constexpr int measurementRoute = 2;
+
 // The probe's setup dialog: a wizard over the measurement route (setup, signals, measurements,
 // reference signals, compliance) and the write-leveling route. There is one per process; the
-// script that opens it shows it, and closing it only hides it. The selection pages rebuild their
-// trees from the hashes below whenever their tab becomes current.
+// script that opens it shows it, and closing it only hides it. The selection pages build their
+// trees from the hashes below whenever their tab becomes current; a tree that would come out as it
+// stands is only brought back to how its build left it.
 //
 // The class declares no signals or slots of its own: every connection is made by pointer to
 // member in setupConnections.
@@ -210,7 +216,7 @@ private:
     bool writeLevelingEnabled = false;
     bool sessionDirty = false;
     int furthestTab = 0;
-    int stackPage = 2;
+    int stackPage = measurementRoute;
     SignalRecordHash allSignals;
     SignalRecordHash availableSignals;
     SignalRecordHash selectedSignals;

@@ -12,10 +12,6 @@ namespace LaneTapUI {
 
 namespace {
 
-// Pages of stackedWidget that own a half of the setup.
-constexpr int writeLevelingRoute = 1;
-constexpr int measurementRoute = 2;
-
 // ---- writing ----
 
 void storeVoltage(db::ParamIter& out, const VoltageField& field) {

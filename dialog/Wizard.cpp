@@ -9,11 +9,6 @@ namespace LaneTapUI {
 
 namespace {
 
-// Pages of stackedWidget.
-constexpr int firstPage = 0;
-constexpr int writeLevelingRoute = 1;
-constexpr int measurementRoute = 2;
-
 // The tab widget of a route page, or null for the first page.
 QTabWidget* routeTabs(const Ui::LaneTapQtDialog& ui, int page) {
     return page == writeLevelingRoute ? ui.writeLevelingTabs
