@@ -68,30 +68,24 @@ int TreeWidgetItem::prepareSort() {
     return collator.generation;
 }
 
-const QCollatorSortKey& TreeWidgetItem::sortKey(int column) const {
+const QCollatorSortKey& TreeWidgetItem::sortKey(const QString& text) const {
     NumericCollator& collator = numericCollator();
     if (!cachedKey || cachedKey->collatorGeneration != collator.generation ||
-        cachedKey->column != column) {
-        cachedKey.emplace(CachedKey{column, collator.generation, collator.keyOf(text(column))});
+        cachedKey->text != text) {
+        cachedKey.emplace(CachedKey{text, collator.generation, collator.keyOf(text)});
     }
     return cachedKey->key;
 }
 
-void TreeWidgetItem::setData(int column, int role, const QVariant& value) {
-    if (cachedKey && cachedKey->column == column &&
-        (role == Qt::DisplayRole || role == Qt::EditRole)) {
-        cachedKey.reset();
-    }
-    QTreeWidgetItem::setData(column, role, value);
-}
-
 bool TreeWidgetItem::operator<(const QTreeWidgetItem& other) const {
     const int column = treeWidget() ? treeWidget()->sortColumn() : 0;
+    const QString text = this->text(column);
+    const QString otherText = other.text(column);
     // Keys compare as the collator does; an item of another class is compared directly.
     if (const auto* item = dynamic_cast<const TreeWidgetItem*>(&other)) {
-        return sortKey(column).compare(item->sortKey(column)) < 0;
+        return sortKey(text).compare(item->sortKey(otherText)) < 0;
     }
-    return numericCollator().collator.compare(text(column), other.text(column)) < 0;
+    return numericCollator().collator.compare(text, otherText) < 0;
 }
 
 }  // namespace LaneTapUI

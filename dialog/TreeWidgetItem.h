@@ -15,8 +15,6 @@ public:
     ~TreeWidgetItem() override;
 
     bool operator<(const QTreeWidgetItem& other) const override;
-    // Forgets the collation key of a text that changes.
-    void setData(int column, int role, const QVariant& value) override;
 
     // Makes the collator of the next sort from the default locale as it is now, and gives its
     // generation, which changes with the collator. A sort compares tens of thousands of pairs with
@@ -24,14 +22,13 @@ public:
     static int prepareSort();
 
 private:
-    // The collation key of the item's text in the column last sorted on, kept while that text
-    // and the collator stay.
+    // The collation key of the text last compared, kept while that text and the collator stay.
     struct CachedKey {
-        int column;
+        QString text;
         int collatorGeneration;
         QCollatorSortKey key;
     };
-    const QCollatorSortKey& sortKey(int column) const;
+    const QCollatorSortKey& sortKey(const QString& text) const;
 
     mutable std::optional<CachedKey> cachedKey;
 };
