@@ -138,14 +138,16 @@ private:
     void addSignalToTree(TreeBuild& build, const SignalRecord* record);
     void finishTree(QTreeWidget* tree);
     // What a signal tree was last built from. Asked for the same items again, with nothing moved
-    // or painted in the tree since, populateSignalTree only brings the view back to how a build
-    // leaves it: a tab change on a board of 10^4 signals then rebuilds nothing.
+    // in the tree since, populateSignalTree only brings the view back to how a build leaves it,
+    // the colours of the items painted since included: a tab change on a board of 10^4 signals
+    // then rebuilds nothing.
     struct BuiltTree {
         SignalRecordHash records;
         QSet<QString> excludedTypes;
         int discovery;
         int collation;
         bool changed;
+        QSet<QTreeWidgetItem*> painted;
     };
     bool isBuiltFrom(const QTreeWidget* tree, const SignalRecordHash& records,
                      const QSet<QString>& excludedTypes, int collation) const;

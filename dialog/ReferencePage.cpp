@@ -3,6 +3,7 @@
 // gets when the dialog opens, and the red marking of pairs that still lack a reference.
 
 #include <QMultiHash>
+#include <QSignalBlocker>
 #include <algorithm>
 #include <initializer_list>
 
@@ -107,7 +108,12 @@ void LaneTapDialog::assignDefaultReferences() {
 void LaneTapDialog::refreshRefSignalPage() {
     QTreeWidget* signalTree = ui.selectRefSignalSelectedSignalTree;
     ui.selectRefSignalSelectedMeasurementTree->clear();
-    populateSignalTree(signalTree, selectedSignals, {});
+    {
+        // The pairs are shown for the first signal below: the type item that the build makes
+        // current on the way would only empty the reference trees, unseen, to be built again.
+        const QSignalBlocker quiet(signalTree);
+        populateSignalTree(signalTree, selectedSignals, {});
+    }
     colourUnreferenced(signalTree->invisibleRootItem());
     QTreeWidgetItem* first = signalTree->topLevelItem(0);
     while (first && first->childCount() > 0) {
@@ -215,7 +221,10 @@ void LaneTapDialog::colourPairs(QTreeWidgetItem* signal, QTreeWidget* measuremen
 }
 
 void LaneTapDialog::paint(QTreeWidgetItem* item, int column, Qt::GlobalColor colour) {
-    markTreeChanged(item->treeWidget());
+    const auto built = builtTrees.find(item->treeWidget());
+    if (built != builtTrees.end()) {
+        built->painted.insert(item);
+    }
     item->setForeground(column, colour);
 }
 

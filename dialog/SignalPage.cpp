@@ -21,6 +21,13 @@ QTreeWidgetItem* childWithText(QTreeWidgetItem* parent, const QString& text) {
     return nullptr;
 }
 
+// The colour of a leaf's instances as a build leaves it; one brush for every leaf, since a brush
+// made from a colour allocates.
+const QBrush& instancesBrush() {
+    static const QBrush brush(Qt::darkGreen);
+    return brush;
+}
+
 QTreeWidgetItem* topLevelWithText(QTreeWidget* tree, const QString& text) {
     for (int i = 0; i < tree->topLevelItemCount(); ++i) {
         if (tree->topLevelItem(i)->text(0) == text) {
@@ -83,8 +90,9 @@ void LaneTapDialog::populateSignalTree(QTreeWidget* tree, const SignalRecordHash
         }
     }
     tree->addTopLevelItems(build.topLevel);
+    // Known as built before it is finished: what the current item's slots paint counts as painted.
+    builtTrees.insert(tree, {records, excludedTypes, discoveries, collation, false, {}});
     finishTree(tree);
-    builtTrees.insert(tree, {records, excludedTypes, discoveries, collation, false});
 }
 
 bool LaneTapDialog::isBuiltFrom(const QTreeWidget* tree, const SignalRecordHash& records,
@@ -98,6 +106,13 @@ bool LaneTapDialog::isBuiltFrom(const QTreeWidget* tree, const SignalRecordHash&
 // What a build leaves that the user may have changed since: every item expanded, the view at its
 // start, column 0 fitted, and the first item current and alone selected.
 void LaneTapDialog::showAsBuilt(QTreeWidget* tree) {
+    BuiltTree& built = builtTrees[tree];
+    // Only leaves are painted; a build gives them no colour of their own but their instances'.
+    for (QTreeWidgetItem* item : qAsConst(built.painted)) {
+        item->setData(0, Qt::ForegroundRole, QVariant());
+        item->setData(1, Qt::ForegroundRole, QVariant(instancesBrush()));
+    }
+    built.painted.clear();
     tree->expandAll();
     tree->scrollToTop();
     tree->horizontalScrollBar()->setValue(tree->horizontalScrollBar()->minimum());
@@ -118,9 +133,7 @@ void LaneTapDialog::addSignalToTree(TreeBuild& build, const SignalRecord* record
     QTreeWidgetItem* node = groupItem(build, channel, record->displayName, record->groupKey);
     QTreeWidgetItem* leaf = newItem(node, record->signalType + record->signalIndex, record->key,
                                     record->instanceNames());
-    // One brush for every leaf: a brush made from a colour allocates.
-    static const QBrush instancesBrush(Qt::darkGreen);
-    leaf->setForeground(1, instancesBrush);
+    leaf->setForeground(1, instancesBrush());
 }
 
 void LaneTapDialog::finishTree(QTreeWidget* tree) {

@@ -84,15 +84,31 @@ QString viewState(QTreeWidget* tree) {
 // signal taken out is gone from the measurement tab.
 TEST(SignalTrees, ATabShownAgainLooksAsItsBuildLeftIt) {
     Pages pages(busDesign(R"("TabWidgetTabNumber":"4","SelectedSignalList":)"
-                          R"("DQ_Ch0_U2_DQ2,DQ_Ch1_U1_DQ10,CK_Ch0_U2_CK0,")"));
+                          R"("DQ_Ch0_U2_DQ2,DQ_Ch1_U1_DQ10,CK_Ch0_U2_CK0,",)"
+                          R"("SelectedMeasurementsListMap":"DQ_Ch1_U1_DQ10 1 ,CK_Ch0_U2_CK0 1 ,",)"
+                          R"("SelectedMeasurementsRefSignalListMap":"CK_Ch0_U2_CK0 1 ,")"));
+    // The colours of the reference tab's pairs are painted again on the tree as built.
+    for (const auto& [tab, name] : {std::pair(2, "selectMeasurementSelectedSignalTree"),
+                                    std::pair(3, "selectRefSignalSelectedSignalTree")}) {
+        pages.tab(tab);
+        QTreeWidget* tree = pages.tree(name);
+        const QString built = viewState(tree);
+        tree->topLevelItem(0)->setExpanded(false);
+        tree->setCurrentItem(tree->topLevelItem(1)->child(1)->child(0)->child(0));
+        pages.tab(5 - tab);
+        pages.tab(tab);
+        EXPECT_EQ(viewState(tree), built) << name;
+    }
+    // A signal painted red for its Skew without a reference loses the red with its Skew.
+    EXPECT_EQ(dump(pages.tree("selectRefSignalSelectedSignalTree")),
+              "CK(Ch0(U2(CK0!rr))) DQ(Ch0(U2(DQ2)) Ch1(U1(DQ10!rr)))");
     pages.tab(2);
-    QTreeWidget* measured = pages.tree("selectMeasurementSelectedSignalTree");
-    const QString built = viewState(measured);
-    measured->topLevelItem(0)->setExpanded(false);
-    measured->setCurrentItem(measured->topLevelItem(1)->child(0));
+    pages.act("selectMeasurementSelectedSignalTree", {"DQ", "Ch1", "U1", "DQ10"});
+    pages.act(selectedMeasurements, {"Skew"}, "removeMeasurementButton");
     pages.tab(3);
-    pages.tab(2);
-    EXPECT_EQ(viewState(measured), built);
+    EXPECT_EQ(dump(pages.tree("selectRefSignalSelectedSignalTree")),
+              "CK(Ch0(U2(CK0!rr))) DQ(Ch0(U2(DQ2)) Ch1(U1(DQ10)))");
+    QTreeWidget* measured = pages.tree("selectMeasurementSelectedSignalTree");
 
     pages.tab(1);
     const QString selected = dump(pages.tree(selectedSignals));
