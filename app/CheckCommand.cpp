@@ -383,12 +383,10 @@ void report(const Arguments& arguments, const QString& probe, const QList<Findin
 }  // namespace
 
 int runCheck(const Arguments& arguments) {
-    if (arguments.positional.size() != 1) {
-        throw Failure(ExitUsage, "check needs exactly one design file");
-    }
+    const QString& designFile = designFileOf(arguments, "check");
     const QString probeName = arguments.required("probe");
     standin::Host host;
-    loadDesign(host, arguments.positional.front());
+    loadDesign(host, designFile);
     standin::Instance* probe = findProbe(host, probeName);
     QList<Finding> findings = Checker(host, probe).run();
     // The warnings the block would carry, as the netlist run gives them.

@@ -59,6 +59,13 @@ QString usageOf(const Command& command) {
     return QString("usage: lanetap %1\n\n%2").arg(command.synopsis, command.description);
 }
 
+const QString& designFileOf(const Arguments& arguments, const char* command) {
+    if (arguments.positional.size() != 1) {
+        throw Failure(ExitUsage, QString("%1 needs exactly one design file").arg(command));
+    }
+    return arguments.positional.front();
+}
+
 void loadDesign(standin::Host& host, const QString& path) {
     try {
         host.loadDesign(path);

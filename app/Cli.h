@@ -47,6 +47,8 @@ struct Arguments {
 Arguments parseArguments(const Command& command, const QStringList& words);
 QString usageOf(const Command& command);
 
+// The one design file of a command's words, or a failure with exit code 2 naming the command.
+const QString& designFileOf(const Arguments& arguments, const char* command);
 // Loads the design file, or fails with exit code 2.
 void loadDesign(standin::Host& host, const QString& path);
 // The named instance of the loaded design, or a failure with exit code 2.

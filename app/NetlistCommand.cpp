@@ -3,12 +3,10 @@
 namespace lanetap {
 
 int runNetlist(const Arguments& arguments) {
-    if (arguments.positional.size() != 1) {
-        throw Failure(ExitUsage, "netlist needs exactly one design file");
-    }
+    const QString& designFile = designFileOf(arguments, "netlist");
     const QString probeName = arguments.required("probe");
     standin::Host host;
-    loadDesign(host, arguments.positional.front());
+    loadDesign(host, designFile);
     findProbe(host, probeName);
     loadPlugin(host, arguments);
     const standin::CallResult result = host.netlistProbe(probeName.toStdString());

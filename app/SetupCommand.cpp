@@ -73,13 +73,11 @@ void saveScreenshot(QWidget* dialog, const QString& path) {
 }  // namespace
 
 int runSetup(const Arguments& arguments) {
-    if (arguments.positional.size() != 1) {
-        throw Failure(ExitUsage, "setup needs exactly one design file");
-    }
+    const QString& designFile = designFileOf(arguments, "setup");
     const QString probeName = arguments.required("probe");
     const int tab = requestedTab(arguments);
     standin::Host host;
-    loadDesign(host, arguments.positional.front());
+    loadDesign(host, designFile);
     findProbe(host, probeName);
     loadPlugin(host, arguments);
     host.setEditedItem(probeName.toStdString());

@@ -165,11 +165,9 @@ QString signalsText(const QList<const SignalRecord*>& records) {
 }  // namespace
 
 int runSignals(const Arguments& arguments) {
-    if (arguments.positional.size() != 1) {
-        throw Failure(ExitUsage, "signals needs exactly one design file");
-    }
+    const QString& designFile = designFileOf(arguments, "signals");
     standin::Host host;
-    loadDesign(host, arguments.positional.front());
+    loadDesign(host, designFile);
     if (arguments.values.contains("probe")) {
         findProbe(host, arguments.value("probe"));
     }
