@@ -102,6 +102,17 @@ QString NetlistWriter::describeMissingReference(const SignalRecord* record,
 }
 
 QStringList NetlistWriter::connectionDiagnostics(const SignalRecord* record) const {
+    auto known = diagnoses.constFind(record);
+    if (known == diagnoses.constEnd()) {
+        known = diagnoses.insert(record, diagnose(record));
+    }
+    if (!known->warning.isEmpty()) {
+        NetlistText::reportWarning(known->warning);
+    }
+    return known->companions;
+}
+
+NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) const {
     const SignalRecordHash connected = connectedReferences(record);
     QHash<QString, int> required = requiredReferenceTypes(record);
     // One companion of a type is enough: a strobe needs at least one bit of its byte.
@@ -118,15 +129,16 @@ QStringList NetlistWriter::connectionDiagnostics(const SignalRecord* record) con
             missing += describeMissingReference(record, it.key()) + QStringLiteral(", ");
         }
     }
+    Diagnosis diagnosis{connected.keys(), QString()};
     if (!missing.isEmpty()) {
         missing.chop(2);
         // This text carries no line end of its own.
-        NetlistText::reportWarning(QStringLiteral("For ") + record->key +
-                                   QStringLiteral(", reference signal ID(s) ") + missing +
-                                   QStringLiteral(" are not connected. Some compliance test "
-                                                  "would not run for it."));
+        diagnosis.warning = QStringLiteral("For ") + record->key +
+                            QStringLiteral(", reference signal ID(s) ") + missing +
+                            QStringLiteral(" are not connected. Some compliance test "
+                                           "would not run for it.");
     }
-    return connected.keys();
+    return diagnosis;
 }
 
 }  // namespace LaneTapUI

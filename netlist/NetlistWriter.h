@@ -52,8 +52,16 @@ private:
     void writeComplianceMap(QString& text) const;
     bool isComplianceGroupApplicable(const QString& group, const QList<int>& ids) const;
 
-    // Companions of a signal for its compliance tests, with a warning for those missing.
+    // Companions of a signal for its compliance tests, with a warning for those missing. The
+    // selection and the reference map ask for the same signals and warn alike; the search is
+    // made once.
     QStringList connectionDiagnostics(const SignalRecord* record) const;
+    struct Diagnosis {
+        QStringList companions;
+        // Empty when nothing is missing.
+        QString warning;
+    };
+    Diagnosis diagnose(const SignalRecord* record) const;
     QStringList expectedReferenceKeys(const SignalRecord* record) const;
     SignalRecordHash connectedReferences(const SignalRecord* record) const;
     QHash<QString, int> requiredReferenceTypes(const SignalRecord* record) const;
@@ -61,6 +69,8 @@ private:
 
     // The stored references of the measurements, read once by the selection.
     ReferenceMap storedReferences;
+    // What connectionDiagnostics found, by record.
+    mutable QHash<const SignalRecord*, Diagnosis> diagnoses;
     // The discovered signals; this hash owns the records.
     SignalRecordHash signals;
     db::ParamIter* parameterIterator;

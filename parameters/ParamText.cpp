@@ -6,6 +6,9 @@
 #include <cerrno>
 #include <stdexcept>
 
+#include <QStringView>
+#include <QVarLengthArray>
+
 namespace LaneTapUI {
 namespace {
 
@@ -65,23 +68,47 @@ void forEachEntry(const std::string& value, Visit visit) {
     }
 }
 
+// The white-space separated parts of `text`, as views into it.
+using Parts = QVarLengthArray<QStringView, 16>;
+
+void splitInto(const QString& text, Parts& parts) {
+    parts.clear();
+    const int size = text.size();
+    for (int i = 0; i < size;) {
+        while (i < size && text.at(i).isSpace()) {
+            ++i;
+        }
+        const int start = i;
+        while (i < size && !text.at(i).isSpace()) {
+            ++i;
+        }
+        if (i > start) {
+            parts.append(QStringView(text).mid(start, i - start));
+        }
+    }
+}
+
 // Calls `visit` with the white-space separated parts of each entry that has at least `minimum`.
+// The parts are views into the entry: a stored map has tens of thousands of them.
 template <class Visit>
 void forEachRecord(const std::string& value, int minimum, Visit visit) {
+    Parts parts;
     forEachEntry(value, [&](const QString& entry) {
-        const QStringList parts = splitOnWhiteSpace(entry);
+        splitInto(entry, parts);
         if (parts.size() >= minimum) {
             visit(parts);
         }
     });
 }
 
-QList<int> toInts(const QStringList& tokens) {
-    QList<int> numbers;
-    for (const QString& token : tokens) {
-        numbers.append(token.toInt(nullptr, 10));
+int toInt(QStringView token) {
+    return token.toInt(nullptr, 10);
+}
+
+void appendParts(QStringList& names, const Parts& parts, int from) {
+    for (int i = from; i < parts.size(); ++i) {
+        names.append(parts[i].toString());
     }
-    return numbers;
 }
 
 void store(db::ParamIter& params, const std::string& name, const std::string& value) {
@@ -95,21 +122,14 @@ void store(db::ParamIter& params, const std::string& name, const std::string& va
 
 // A scan of the characters: no pattern is compiled for each of the many stored entries.
 QStringList splitOnWhiteSpace(const QString& text) {
-    QStringList parts;
-    const int size = text.size();
-    for (int i = 0; i < size;) {
-        while (i < size && text.at(i).isSpace()) {
-            ++i;
-        }
-        const int start = i;
-        while (i < size && !text.at(i).isSpace()) {
-            ++i;
-        }
-        if (i > start) {
-            parts.append(text.mid(start, i - start));
-        }
+    Parts parts;
+    splitInto(text, parts);
+    QStringList words;
+    words.reserve(parts.size());
+    for (QStringView part : parts) {
+        words.append(part.toString());
     }
-    return parts;
+    return words;
 }
 
 std::string readParamString(const db::ParamIterConst& params, const std::string& name) {
@@ -139,16 +159,21 @@ QStringList readParamStringList(const db::ParamIterConst& params, const std::str
 
 IntListMap readParamIntListMap(const db::ParamIterConst& params, const std::string& name) {
     return readSafely<IntListMap>(params, name, [](const std::string& value, IntListMap& out) {
-        forEachRecord(value, 1, [&](const QStringList& parts) {
-            out.insert(parts.first(), toInts(parts.mid(1)));
+        forEachRecord(value, 1, [&](const Parts& parts) {
+            QList<int> numbers;
+            numbers.reserve(parts.size() - 1);
+            for (int i = 1; i < parts.size(); ++i) {
+                numbers.append(toInt(parts[i]));
+            }
+            out.insert(parts[0].toString(), numbers);
         });
     });
 }
 
 ReferenceMap readParamReferenceMap(const db::ParamIterConst& params, const std::string& name) {
     return readSafely<ReferenceMap>(params, name, [](const std::string& value, ReferenceMap& out) {
-        forEachRecord(value, 2, [&](const QStringList& parts) {
-            out[parts.at(0)][parts.at(1).toInt(nullptr, 10)].append(parts.mid(2));
+        forEachRecord(value, 2, [&](const Parts& parts) {
+            appendParts(out[parts[0].toString()][toInt(parts[1])], parts, 2);
         });
     });
 }
@@ -156,8 +181,8 @@ ReferenceMap readParamReferenceMap(const db::ParamIterConst& params, const std::
 StringListMap readParamStringListMap(const db::ParamIterConst& params, const std::string& name) {
     return readSafely<StringListMap>(params, name,
                                      [](const std::string& value, StringListMap& out) {
-                                         forEachRecord(value, 1, [&](const QStringList& parts) {
-                                             out[parts.first()].append(parts.mid(1));
+                                         forEachRecord(value, 1, [&](const Parts& parts) {
+                                             appendParts(out[parts[0].toString()], parts, 1);
                                          });
                                      });
 }
