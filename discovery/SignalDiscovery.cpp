@@ -21,14 +21,14 @@ QString suffixed(const QString& net, const QString& suffix) {
     return net.isEmpty() ? net : net + suffix;
 }
 
-QString ebdNodeNet(const QString& net, int position, const QString& label) {
+QString ebdNodeSuffix(int position, const QString& label) {
     QString suffix = QStringLiteral("_EBDNode_") + QString::number(position);
     if (label == dieLabel) {
         suffix += QStringLiteral("_Die");
     } else if (label == rxLabel) {
         suffix += QStringLiteral("_DQRxOut");
     }
-    return suffixed(net, suffix);
+    return suffix;
 }
 
 // What the walk knows of the instance whose ports it is turning into records.
@@ -40,6 +40,9 @@ struct InstanceScan {
     bool dieMode;
     NetsByTerminal nets;
     EbdNodes ebdNodes;
+    // The cell entry every record of the instance starts with; the records share it until one
+    // of them changes.
+    QHash<QString, QStringList> models;
 };
 
 // One place on one port, from which a record is made.
@@ -51,6 +54,7 @@ struct PortPlace {
     QString port;
     // The signal id split once for every record of the port.
     PinNameParts parts;
+    QString channelGroupKey;
 };
 
 std::unique_ptr<SignalRecord> makeRecord(const InstanceScan& scan, const PortPlace& place,
@@ -65,7 +69,8 @@ std::unique_ptr<SignalRecord> makeRecord(const InstanceScan& scan, const PortPla
     record->signalType = place.parts.group;
     record->signalIndex = place.parts.index;
     record->polarity = place.parts.polarity;
-    record->addInstanceNode(scan.name, scan.cell, place.port, net);
+    record->instances.insert(scan.name, record->firstNodes(place.port, net));
+    record->models = scan.models;
     record->nodeLabelDotted = QString(label).replace(' ', '.');
     record->nodeName = refDes;
     record->displayName = refDes;
@@ -73,7 +78,7 @@ std::unique_ptr<SignalRecord> makeRecord(const InstanceScan& scan, const PortPla
         record->nodeName = refDes % QLatin1Char('_') % record->nodeLabelDotted;
         record->displayName = refDes % QLatin1String(" (") % label % QLatin1Char(')');
     }
-    record->channelGroupKey = record->signalType % QLatin1Char('_') % record->channel;
+    record->channelGroupKey = place.channelGroupKey;
     record->groupKey = record->channelGroupKey % QLatin1Char('_') % record->nodeName;
     record->key = record->groupKey % QLatin1Char('_') % record->signalType % record->signalIndex;
     return record;
@@ -94,7 +99,9 @@ public:
                           described.ibisModel,
                           described.dieMode,
                           {},
+                          {},
                           {}};
+        scan.models[scan.cell].append(scan.name);
         if (!scan.pinMode) {
             scan.ebdNodes = readEbdNodes(instance);
         }
@@ -128,12 +135,14 @@ private:
 
     RecordList recordsForPort(const InstanceScan& scan, const DDRBusPlanner::DDRPortInfo& port,
                               const QString& signalId) const {
-        const PortPlace place{QStringLiteral("Ch") + QString::number(port.get_channel_id()),
-                              QString::fromStdString(port.get_ref_des()),
-                              signalId,
-                              QString::fromStdString(port.get_pin_name()),
-                              QString::fromStdString(port.get_port_name()),
-                              splitPinName(signalId)};
+        PortPlace place{QStringLiteral("Ch") + QString::number(port.get_channel_id()),
+                        QString::fromStdString(port.get_ref_des()),
+                        signalId,
+                        QString::fromStdString(port.get_pin_name()),
+                        QString::fromStdString(port.get_port_name()),
+                        splitPinName(signalId),
+                        {}};
+        place.channelGroupKey = place.parts.group % QLatin1Char('_') % place.channel;
         const QString family = signalTypeName(port.get_signal_id().get_signal_id_type());
         const bool probed = controller.isProbedInstance(family, scan.cell);
         const QString net = withNets ? scan.nets.value(place.port) : QString();
@@ -151,15 +160,18 @@ private:
             }
             return records;
         }
-        const QStringList nodes = scan.ebdNodes.value(place.port);
+        QStringList nodeRefDes = scan.ebdNodes.value(place.port);
+        for (QString& node : nodeRefDes) {
+            node = place.refDes % QLatin1Char('.') % node;
+        }
         add(place.refDes, QString(), net);
-        for (int i = 0; i < nodes.size(); ++i) {
-            add(place.refDes + "." + nodes[i], QString(), ebdNodeNet(net, i, QString()));
+        for (int i = 0; i < nodeRefDes.size(); ++i) {
+            add(nodeRefDes[i], QString(), ebdNodeNet(net, i, QString()));
         }
         for (const QString& label : {dieLabel, rxLabel}) {
             if (label == dieLabel ? scan.dieMode : probed) {
-                for (int i = 0; i < nodes.size(); ++i) {
-                    add(place.refDes + "." + nodes[i], label, ebdNodeNet(net, i, label));
+                for (int i = 0; i < nodeRefDes.size(); ++i) {
+                    add(nodeRefDes[i], label, ebdNodeNet(net, i, label));
                 }
             }
         }
@@ -217,9 +229,19 @@ private:
         }
     }
 
+    // The net of board node `position` for a place; the suffixes are made once for every port.
+    QString ebdNodeNet(const QString& net, int position, const QString& label) const {
+        QStringList& known = ebdSuffixes[label == dieLabel ? 1 : label == rxLabel ? 2 : 0];
+        while (known.size() <= position) {
+            known.append(ebdNodeSuffix(known.size(), label));
+        }
+        return suffixed(net, known.at(position));
+    }
+
     const MemoryTxRxComponentParameters& controller;
     const bool withNets;
     SignalRecordHash& signals;
+    mutable QStringList ebdSuffixes[3];
 };
 
 QString oaNetName(OpenAccess_4::oaBitNet* net) {

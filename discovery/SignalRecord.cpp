@@ -122,24 +122,28 @@ QString inverseOf(const QString& net) {
 
 }  // namespace
 
+InstanceNodes SignalRecord::firstNodes(const QString& port, const QString& net) const {
+    InstanceNodes nodes;
+    nodes.single = polarity == QLatin1String("s");
+    if (polarity == QLatin1String("c")) {
+        nodes.nPort = port;
+        nodes.nNet = net;
+    } else {
+        nodes.pPort = port;
+        nodes.pNet = net;
+    }
+    return nodes;
+}
+
 void SignalRecord::addInstanceNode(const QString& instance, const QString& cell,
                                    const QString& port, const QString& net) {
-    const bool dieNode = nodeLabel.endsWith(QLatin1String("Die"));
     auto existing = instances.find(instance);
     if (existing == instances.end()) {
-        InstanceNodes nodes;
-        nodes.single = polarity == QLatin1String("s");
-        if (polarity == QLatin1String("c")) {
-            nodes.nPort = port;
-            nodes.nNet = net;
-        } else {
-            nodes.pPort = port;
-            nodes.pNet = net;
-        }
-        instances.insert(instance, nodes);
+        instances.insert(instance, firstNodes(port, net));
         models[cell].append(instance);
         return;
     }
+    const bool dieNode = nodeLabel.endsWith(QLatin1String("Die"));
     InstanceNodes& nodes = existing.value();
     if (polarity == QLatin1String("c")) {
         nodes.pPort = port;

@@ -100,6 +100,8 @@ struct SignalRecord {
     // pin's, decides, and a die-level pair takes its negative node from the positive net + "_Inv".
     void addInstanceNode(const QString& instance, const QString& cell, const QString& port,
                          const QString& net);
+    // The entry an instance gets when it first reaches this record.
+    InstanceNodes firstNodes(const QString& port, const QString& net) const;
 
     // The instance names, in the hash's order, joined with ", ".
     QString instanceNames() const;

@@ -24,7 +24,7 @@ bool NetlistWriter::isComplianceGroupApplicable(const QString& group, const QLis
     return std::any_of(ids.cbegin(), ids.cend(), [&](int id) { return offered.contains(id); });
 }
 
-void NetlistWriter::writeComplianceMap(QString& text) const {
+void NetlistWriter::writeComplianceMap(QByteArray& text) const {
     int n = 1;
     const IntListMap groups =
         readParamIntListMap(*parameterIterator, "SelectedGroupComplianceListMap");
@@ -46,7 +46,7 @@ void NetlistWriter::writeComplianceMap(QString& text) const {
         for (int id : ids) {
             fields << QString::number(id);
         }
-        NetlistText::appendListLine(text, QLatin1String("ComplianceMeasMap"), n++, fields);
+        NetlistText::appendListLine(text, "ComplianceMeasMap", n++, fields);
     }
 }
 

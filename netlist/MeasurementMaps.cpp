@@ -6,7 +6,7 @@
 namespace LaneTapUI {
 namespace {
 
-const QLatin1String measMapSection("NodeMeasMap");
+const char* const measMapSection = "NodeMeasMap";
 const QString unreferenced = QStringLiteral("Unreferenced");
 
 // The key a measurement has in the netlist, as "Eye"; an unknown code has an empty one.
@@ -16,7 +16,7 @@ QString measurementKey(int code) {
 
 }  // namespace
 
-void NetlistWriter::writeNodeMeasMap(QString& text) const {
+void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
     int n = 1;
 
     // Measurements that need no reference, one "Unreferenced" line per signal. Those that need
@@ -80,7 +80,7 @@ void NetlistWriter::writeNodeMeasMap(QString& text) const {
     }
 }
 
-void NetlistWriter::writeNodeRefMap(QString& text) const {
+void NetlistWriter::writeNodeRefMap(QByteArray& text) const {
     int n = 1;
     for (const SignalRecord* record : signals) {
         if (!record->models.contains(measurementCellForType(record->signalType))) {
@@ -89,8 +89,7 @@ void NetlistWriter::writeNodeRefMap(QString& text) const {
         // A clock or a data mask is its own companion: its line holds its key twice.
         for (const QString& reference : connectionDiagnostics(record)) {
             if (signals.contains(reference)) {
-                NetlistText::appendListLine(text, QLatin1String("NodeRefMap"), n++,
-                                            {record->key, reference});
+                NetlistText::appendListLine(text, "NodeRefMap", n++, {record->key, reference});
             }
         }
     }

@@ -1,31 +1,45 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
-#include <QStringList>
+#include <QStringView>
+#include <initializer_list>
 
-// Small pieces of text that every section of the netlist block is made of.
+// Small pieces of text that every section of the netlist block is made of. The block is built
+// as UTF-8 bytes, the form in which it leaves the plug-in: a board gives some megabytes of it.
 namespace LaneTapUI::NetlistText {
 
 // Every line of the statement but the last ends in this; the last loses the backslash and the
 // line feed and keeps the blank.
-inline const QString lineContinuation = QStringLiteral(" \\\n");
+inline constexpr char lineContinuation[] = " \\\n";
+
+// Appends `field` in UTF-8.
+void appendText(QByteArray& text, QStringView field);
+void appendNumber(QByteArray& text, int number);
 
 // Appends one line of a list section to `text`: `section`[n] = list("field", "field", ...)
-// followed by the line continuation. Fields are written as they stand, without escaping. The
-// line goes straight into the block: a board has tens of thousands of them.
-inline void appendListLine(QString& text, QLatin1String section, int n, const QStringList& fields) {
+// followed by the line continuation. Fields are written as they stand, without escaping.
+template <class Fields>
+void appendListLine(QByteArray& text, const char* section, int n, const Fields& fields) {
     text += section;
-    text += QLatin1Char('[');
-    text += QString::number(n);
-    text += QLatin1String("] = list(\"");
-    for (int i = 0; i < fields.size(); ++i) {
-        if (i > 0) {
-            text += QLatin1String("\", \"");
+    text += '[';
+    appendNumber(text, n);
+    text += "] = list(\"";
+    bool first = true;
+    for (const auto& field : fields) {
+        if (!first) {
+            text += "\", \"";
         }
-        text += fields.at(i);
+        first = false;
+        appendText(text, field);
     }
-    text += QLatin1String("\")");
+    text += "\")";
     text += lineContinuation;
+}
+
+inline void appendListLine(QByteArray& text, const char* section, int n,
+                           std::initializer_list<QStringView> fields) {
+    appendListLine<std::initializer_list<QStringView>>(text, section, n, fields);
 }
 
 // Hands a warning to the host whole, with whatever line end the text carries.

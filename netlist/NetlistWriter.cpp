@@ -9,14 +9,6 @@
 
 namespace LaneTapUI {
 
-namespace NetlistText {
-
-void reportWarning(const QString& text) {
-    meridian_report_warning(text.toStdString());
-}
-
-}  // namespace NetlistText
-
 namespace {
 
 // The design that holds the probe; the walks see the whole of it.
@@ -47,9 +39,11 @@ void NetlistWriter::discoverSignals() {
 }
 
 QByteArray NetlistWriter::writeBlock() {
-    QString block = QStringLiteral("\n#load \"python\",\"TDM_LaneTap\"\n");
+    QByteArray block = "\n#load \"python\",\"TDM_LaneTap\"\n";
     const QString probeName = QString::fromStdString(db::get_instance_name(probeInstance));
-    block += QStringLiteral("ComponentWithNodes:") + probeName + QLatin1Char(' ');
+    block += "ComponentWithNodes:";
+    NetlistText::appendText(block, probeName);
+    block += ' ';
 
     collectSelectedSignals();
     if (signals.isEmpty()) {
@@ -60,9 +54,9 @@ QByteArray NetlistWriter::writeBlock() {
 
     // The node list ends in a blank, so the type continues the first line.
     writeNodeList(block);
-    block += QStringLiteral("Type=\"ModelExtractor\" Module=\"LaneTap\"") +
-             NetlistText::lineContinuation;
-    block += writeSettingsBlock();
+    block += "Type=\"ModelExtractor\" Module=\"LaneTap\"";
+    block += NetlistText::lineContinuation;
+    NetlistText::appendText(block, writeSettingsBlock());
     writeNodeData(block);
     writeNodeMeasMap(block);
     if (isComplianceEnabled()) {
@@ -72,8 +66,8 @@ QByteArray NetlistWriter::writeBlock() {
 
     // The last line keeps its blank and loses its continuation.
     block.chop(2);
-    block += QStringLiteral("\n\n");
-    return block.toUtf8();
+    block += "\n\n";
+    return block;
 }
 
 bool NetlistWriter::isComplianceEnabled() const {

@@ -44,12 +44,12 @@ private:
 
     // The sections of the block, each appended to `text` where it stands.
     // Node list and node data: the same walk, so that the i-th net and the i-th line agree.
-    void writeNodeList(QString& text) const;
-    void writeNodeData(QString& text) const;
+    void writeNodeList(QByteArray& text) const;
+    void writeNodeData(QByteArray& text) const;
     QString writeSettingsBlock() const;
-    void writeNodeMeasMap(QString& text) const;
-    void writeNodeRefMap(QString& text) const;
-    void writeComplianceMap(QString& text) const;
+    void writeNodeMeasMap(QByteArray& text) const;
+    void writeNodeRefMap(QByteArray& text) const;
+    void writeComplianceMap(QByteArray& text) const;
     bool isComplianceGroupApplicable(const QString& group, const QList<int>& ids) const;
 
     // Companions of a signal for its compliance tests, with a warning for those missing. The

@@ -1,3 +1,5 @@
+#include <QVarLengthArray>
+
 #include "netlist/NetlistText.h"
 #include "netlist/NetlistWriter.h"
 
@@ -9,12 +11,13 @@ struct WatchedNode {
     QString net;
     QString polarity;
 };
+using WatchedNodes = QVarLengthArray<WatchedNode, 2>;
 
 // The nets of one record, in the order they are written. The node list and the node data both
 // come from here, so that the i-th net and the i-th data line are the same node. Only the node
 // list reports absent nodes; the data lines would otherwise repeat every warning.
-QList<WatchedNode> watchedNodes(const SignalRecord& record, bool reportAbsent) {
-    QList<WatchedNode> nodes;
+WatchedNodes watchedNodes(const SignalRecord& record, bool reportAbsent) {
+    WatchedNodes nodes;
     // A signal that two instances reach is written through whichever the hash gives first.
     const InstanceNodes entry =
         record.instances.isEmpty() ? InstanceNodes() : record.instances.cbegin().value();
@@ -57,20 +60,21 @@ QList<WatchedNode> watchedNodes(const SignalRecord& record, bool reportAbsent) {
 
 }  // namespace
 
-void NetlistWriter::writeNodeList(QString& text) const {
+void NetlistWriter::writeNodeList(QByteArray& text) const {
     for (const SignalRecord* record : signals) {
         for (const WatchedNode& node : watchedNodes(*record, true)) {
-            text += node.net + QLatin1Char(' ');
+            NetlistText::appendText(text, node.net);
+            text += ' ';
         }
     }
 }
 
-void NetlistWriter::writeNodeData(QString& text) const {
+void NetlistWriter::writeNodeData(QByteArray& text) const {
     int n = 1;
     for (const SignalRecord* record : signals) {
         for (const WatchedNode& node : watchedNodes(*record, false)) {
             NetlistText::appendListLine(
-                text, QLatin1String("NodeData"), n++,
+                text, "NodeData", n++,
                 {record->key, record->signalIndex, record->signalType, record->refDes,
                  record->channel, record->nodeLabelDotted, node.polarity});
         }

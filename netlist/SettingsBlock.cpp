@@ -63,7 +63,7 @@ QString NetlistWriter::writeSettingsBlock() const {
         }
         text += QLatin1Char(' ') + name + QLatin1Char('=') + value;
     }
-    return text + NetlistText::lineContinuation;
+    return text + QLatin1String(NetlistText::lineContinuation);
 }
 
 }  // namespace LaneTapUI

@@ -53,6 +53,7 @@ VALUE_HEADER* LaneTap_netlist_probe() {
     db::Instance* instance = get_db_inst_orl_parm(1);
     const auto writer = std::make_unique<LaneTapUI::NetlistWriter>(parameters, instance);
     // The block is UTF-8 already; it goes to the host without another conversion.
-    const QByteArray result = "\n;Lane_Tap" + writer->writeBlock();
+    QByteArray result = writer->writeBlock();
+    result.prepend("\n;Lane_Tap");
     return oval_create_string(result.constData());
 }
