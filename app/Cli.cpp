@@ -123,9 +123,13 @@ void writeOut(const QString& text) {
 }
 
 void writeOut(const QByteArray& bytes) {
-    const std::size_t size = static_cast<std::size_t>(bytes.size());
+    writeOut(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+}
+
+void writeOut(std::string_view bytes) {
+    const std::size_t size = bytes.size();
     // A full disk or a closed pipe must not pass for a complete output.
-    if (std::fwrite(bytes.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0) {
+    if (std::fwrite(bytes.data(), 1, size, stdout) != size || std::fflush(stdout) != 0) {
         throw Failure(ExitUsage, QString("cannot write the output: %1").arg(std::strerror(errno)));
     }
 }

@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "discovery/SignalRecord.h"
 #include "standin/Host.h"
@@ -75,5 +76,6 @@ public:
 void writeOut(const QString& text);
 // The same for bytes that are UTF-8 already.
 void writeOut(const QByteArray& bytes);
+void writeOut(std::string_view bytes);
 
 }  // namespace lanetap

@@ -13,7 +13,7 @@ int runNetlist(const Arguments& arguments) {
     printWarnings(host);
     checkCall(result, "LaneTap_netlist_probe");
     // The block is UTF-8 already and goes out as it came.
-    writeOut(QByteArray::fromStdString(result.text));
+    writeOut(result.text);
     return ExitOk;
 }
 

@@ -76,11 +76,11 @@ bool NetlistWriter::isComplianceEnabled() const {
 }
 
 QString NetlistWriter::measurementCellForType(const QString& signalType) const {
+    // Asked for every signal, twice: the names are made once.
+    static const QString controller = QString::fromLatin1(controllerCellName);
+    static const QString memory = QString::fromLatin1(memoryCellName);
     const bool dataSignal = signalType == QLatin1String("DQ") || signalType == QLatin1String("DQS");
-    if (dataSignal && controllerParameters->isReadMode()) {
-        return QString::fromLatin1(controllerCellName);
-    }
-    return QString::fromLatin1(memoryCellName);
+    return dataSignal && controllerParameters->isReadMode() ? controller : memory;
 }
 
 void NetlistWriter::collectSelectedSignals() {

@@ -231,9 +231,8 @@ CallResult Host::call(const std::string& functionName,
     CallFrame frame(std::move(values));
     try {
         ORLValue value(function());
-        if (const char* text = textOf(value.get())) {
-            result.text = text;
-        } else if (value.get()) {
+        // A block is megabytes long: it is moved out, not copied.
+        if (!takeText(value.get(), result.text) && value.get()) {
             result.pointer = *static_cast<void**>(oval_value_data(value.get()));
         }
         result.ok = true;

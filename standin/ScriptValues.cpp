@@ -113,6 +113,14 @@ const char* textOf(const VALUE_HEADER* value) {
     return value && kindOf(value) == ValueKind::String ? value->text.c_str() : nullptr;
 }
 
+bool takeText(VALUE_HEADER* value, std::string& text) {
+    if (!textOf(value)) {
+        return false;
+    }
+    text = std::move(value->text);
+    return true;
+}
+
 VALUE_HEADER* copyValue(const VALUE_HEADER* value) {
     VALUE_HEADER* copy = newValue(value->type);
     copy->pointer = value->pointer;

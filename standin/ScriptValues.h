@@ -33,6 +33,8 @@ VALUE_HEADER* createInteger(int number);
 int integerOf(const VALUE_HEADER* value);
 // The text of a string value, or null for any other value.
 const char* textOf(const VALUE_HEADER* value);
+// Moves the text out of a string value; false for any other value.
+bool takeText(VALUE_HEADER* value, std::string& text);
 VALUE_HEADER* copyValue(const VALUE_HEADER* value);
 
 // The arguments of one script call, owned by the frame while the call runs.
