@@ -1,8 +1,13 @@
+#include <QVarLengthArray>
+#include <algorithm>
+
 #include "netlist/NetlistText.h"
 #include "netlist/NetlistWriter.h"
 
 namespace LaneTapUI {
 namespace {
+
+using RequiredTypes = QVarLengthArray<QString, 2>;
 
 bool isAddressType(const QString& type) {
     return type == QLatin1String("A") || type == QLatin1String("CA") ||
@@ -59,22 +64,33 @@ SignalRecordHash NetlistWriter::connectedReferences(const SignalRecord* record) 
     return connected;
 }
 
+// The types a signal needs a companion of, in the order the check takes them up.
+RequiredTypes requiredTypes(const SignalRecord& record) {
+    static const QString dq = QStringLiteral("DQ");
+    static const QString dqs = QStringLiteral("DQS");
+    static const QString ck = QStringLiteral("CK");
+    const QString& type = record.signalType;
+    if (type == dq) {
+        return {dqs, ck};
+    }
+    if (type == dqs) {
+        return {dq, ck};
+    }
+    if (isAddressType(type)) {
+        return {ck};
+    }
+    if (type == QLatin1String("DM") || type == ck) {
+        return {type};
+    }
+    return {};
+}
+
 QHash<QString, int> NetlistWriter::requiredReferenceTypes(const SignalRecord* record) const {
     QHash<QString, int> required;
-    if (!record) {
-        return required;
-    }
-    const QString& type = record->signalType;
-    if (type == QLatin1String("DQ")) {
-        required.insert(QStringLiteral("DQS"), 0);
-        required.insert(QStringLiteral("CK"), 0);
-    } else if (type == QLatin1String("DQS")) {
-        required.insert(QStringLiteral("DQ"), 0);
-        required.insert(QStringLiteral("CK"), 0);
-    } else if (isAddressType(type)) {
-        required.insert(QStringLiteral("CK"), 0);
-    } else if (type == QLatin1String("DM") || type == QLatin1String("CK")) {
-        required.insert(type, 0);
+    if (record) {
+        for (const QString& type : requiredTypes(*record)) {
+            required.insert(type, 0);
+        }
     }
     return required;
 }
@@ -114,6 +130,18 @@ QStringList NetlistWriter::connectionDiagnostics(const SignalRecord* record) con
 
 NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) const {
     const SignalRecordHash connected = connectedReferences(record);
+    Diagnosis diagnosis{connected.keys(), QString()};
+    // Most signals have all they need; only a signal that misses some is looked at closer.
+    const RequiredTypes types = requiredTypes(*record);
+    const bool complete = std::all_of(types.cbegin(), types.cend(), [&](const QString& type) {
+        return std::any_of(
+            connected.cbegin(), connected.cend(),
+            [&](const SignalRecord* reference) { return reference->signalType == type; });
+    });
+    if (complete) {
+        return diagnosis;
+    }
+
     QHash<QString, int> required = requiredReferenceTypes(record);
     // One companion of a type is enough: a strobe needs at least one bit of its byte.
     for (const SignalRecord* reference : connected) {
@@ -129,14 +157,14 @@ NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) con
             missing += describeMissingReference(record, it.key()) + QStringLiteral(", ");
         }
     }
-    Diagnosis diagnosis{connected.keys(), QString()};
     if (!missing.isEmpty()) {
         missing.chop(2);
         // This text carries no line end of its own.
         diagnosis.warning = QStringLiteral("For ") + record->key +
                             QStringLiteral(", reference signal ID(s) ") + missing +
-                            QStringLiteral(" are not connected. Some compliance test "
-                                           "would not run for it.");
+                            QStringLiteral(
+                                " are not connected. Some compliance test "
+                                "would not run for it.");
     }
     return diagnosis;
 }
