@@ -109,18 +109,48 @@ public:
         const DDRBusPlanner::DDRMetaData metaData(instance);
         const std::vector<DDRBusPlanner::DDRPortInfo*> ports = metaData.get_all_meta_data();
         for (const DDRBusPlanner::DDRPortInfo* port : ports) {
-            const DDRBusPlanner::DDRSignalID id = port->get_signal_id();
-            const QString family = signalTypeName(id.get_signal_id_type());
-            if (isPowerOrUnknown(family)) {
+            const SignalName& signal = signalName(port->get_signal_id());
+            if (signal.skipped) {
                 continue;
             }
             const QString portName = QString::fromStdString(port->get_port_name());
-            addRecords(recordsForPort(scan, *port, family + QString::number(id.index)), scan,
-                       portName);
+            addRecords(recordsForPort(scan, *port, signal, portName), scan, portName);
         }
     }
 
 private:
+    // What a signal id of the metadata stands for. A board repeats the same few hundred ids on
+    // every instance: each is named and taken apart once.
+    struct SignalName {
+        QString family;
+        // Power, ground and unknown families make no signal.
+        bool skipped;
+        QString id;
+        PinNameParts parts;
+    };
+
+    const SignalName& signalName(const DDRBusPlanner::DDRSignalID& id) {
+        const int type = id.get_signal_id_type();
+        const quint64 code = quint64(quint32(type)) << 32 | quint32(id.index);
+        auto known = signalNames.constFind(code);
+        if (known == signalNames.constEnd()) {
+            const QString family = signalTypeName(type);
+            const QString signalId = family + QString::number(id.index);
+            known = signalNames.insert(
+                code, {family, isPowerOrUnknown(family), signalId, splitPinName(signalId)});
+        }
+        return *known;
+    }
+
+    // "Ch0" for channel 0, made once for each channel.
+    const QString& channelName(std::uint32_t channel) {
+        auto known = channelNames.constFind(channel);
+        if (known == channelNames.constEnd()) {
+            known = channelNames.insert(channel, QStringLiteral("Ch") + QString::number(channel));
+        }
+        return *known;
+    }
+
     static bool isPowerOrUnknown(const QString& family) {
         if (family == QLatin1String("UNKNOWN")) {
             return true;
@@ -134,17 +164,16 @@ private:
     }
 
     RecordList recordsForPort(const InstanceScan& scan, const DDRBusPlanner::DDRPortInfo& port,
-                              const QString& signalId) const {
-        PortPlace place{QStringLiteral("Ch") + QString::number(port.get_channel_id()),
+                              const SignalName& signal, const QString& portName) {
+        PortPlace place{channelName(port.get_channel_id()),
                         QString::fromStdString(port.get_ref_des()),
-                        signalId,
+                        signal.id,
                         QString::fromStdString(port.get_pin_name()),
-                        QString::fromStdString(port.get_port_name()),
-                        splitPinName(signalId),
+                        portName,
+                        signal.parts,
                         {}};
         place.channelGroupKey = place.parts.group % QLatin1Char('_') % place.channel;
-        const QString family = signalTypeName(port.get_signal_id().get_signal_id_type());
-        const bool probed = controller.isProbedInstance(family, scan.cell);
+        const bool probed = controller.isProbedInstance(signal.family, scan.cell);
         const QString net = withNets ? scan.nets.value(place.port) : QString();
         RecordList records;
         auto add = [&](const QString& refDes, const QString& label, const QString& recordNet) {
@@ -242,7 +271,22 @@ private:
     const bool withNets;
     SignalRecordHash& signals;
     mutable QStringList ebdSuffixes[3];
+    QHash<quint64, SignalName> signalNames;
+    QHash<std::uint32_t, QString> channelNames;
 };
+
+// The node is the name up to its first dot, leading dots passed over.
+QString nodeOfName(QStringView name) {
+    int start = 0;
+    while (start < name.size() && name[start] == QLatin1Char('.')) {
+        ++start;
+    }
+    int end = start;
+    while (end < name.size() && name[end] != QLatin1Char('.')) {
+        ++end;
+    }
+    return name.mid(start, end - start).toString();
+}
 
 QString oaNetName(OpenAccess_4::oaBitNet* net) {
     OpenAccess_4::oaName name;
@@ -290,20 +334,24 @@ EbdNodes collectEbdNodes(db::Instance* instance) {
 EbdNodes readEbdNodes(db::Instance* instance) {
     EbdNodes nodes;
     const db::ParamIter parameters(instance);
-    const QStringList ports = splitOnWhiteSpace(readParamText(parameters, "IbisPinSelPort"));
-    const QStringList counts = splitOnWhiteSpace(readParamText(parameters, "IbisPinSelEbdNodes"));
-    const QStringList names =
-        splitOnWhiteSpace(readParamText(parameters, "IbisPinSelEbdNodesName"));
+    const QString portText = readParamText(parameters, "IbisPinSelPort");
+    const QString countText = readParamText(parameters, "IbisPinSelEbdNodes");
+    const QString nameText = readParamText(parameters, "IbisPinSelEbdNodesName");
+    WordViews ports;
+    WordViews counts;
+    WordViews names;
+    splitOnWhiteSpace(portText, ports);
+    splitOnWhiteSpace(countText, counts);
+    splitOnWhiteSpace(nameText, names);
     int next = 0;
     for (int i = 0; i < ports.size(); ++i) {
         // The three lists are trusted to match; a short list simply runs out here.
         const int count = i < counts.size() ? counts[i].toInt() : 0;
         QStringList portNodes;
         for (int n = 0; n < count && next < names.size(); ++n) {
-            // The node is the name up to its first dot, leading dots passed over.
-            portNodes << names[next++].section('.', 0, 0, QString::SectionSkipEmpty);
+            portNodes << nodeOfName(names[next++]);
         }
-        nodes.insert(ports[i], portNodes);
+        nodes.insert(ports[i].toString(), portNodes);
     }
     return nodes;
 }

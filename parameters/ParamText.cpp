@@ -6,8 +6,6 @@
 #include <cerrno>
 #include <stdexcept>
 
-#include <QStringView>
-#include <QVarLengthArray>
 
 namespace LaneTapUI {
 namespace {
@@ -68,10 +66,11 @@ void forEachEntry(const std::string& value, Visit visit) {
     }
 }
 
-// The white-space separated parts of `text`, as views into it.
-using Parts = QVarLengthArray<QStringView, 16>;
+using Parts = WordViews;
 
-void splitInto(const QString& text, Parts& parts) {
+}  // namespace
+
+void splitOnWhiteSpace(QStringView text, WordViews& parts) {
     parts.clear();
     const int size = text.size();
     for (int i = 0; i < size;) {
@@ -83,10 +82,12 @@ void splitInto(const QString& text, Parts& parts) {
             ++i;
         }
         if (i > start) {
-            parts.append(QStringView(text).mid(start, i - start));
+            parts.append(text.mid(start, i - start));
         }
     }
 }
+
+namespace {
 
 // Calls `visit` with the white-space separated parts of each entry that has at least `minimum`.
 // The parts are views into the entry: a stored map has tens of thousands of them.
@@ -94,7 +95,7 @@ template <class Visit>
 void forEachRecord(const std::string& value, int minimum, Visit visit) {
     Parts parts;
     forEachEntry(value, [&](const QString& entry) {
-        splitInto(entry, parts);
+        splitOnWhiteSpace(entry, parts);
         if (parts.size() >= minimum) {
             visit(parts);
         }
@@ -123,7 +124,7 @@ void store(db::ParamIter& params, const std::string& name, const std::string& va
 // A scan of the characters: no pattern is compiled for each of the many stored entries.
 QStringList splitOnWhiteSpace(const QString& text) {
     Parts parts;
-    splitInto(text, parts);
+    splitOnWhiteSpace(text, parts);
     QStringList words;
     words.reserve(parts.size());
     for (QStringView part : parts) {

@@ -4,6 +4,8 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <QStringView>
+#include <QVarLengthArray>
 #include <string>
 
 #include "host/Database.h"
@@ -23,6 +25,9 @@ using StringListMap = QHash<QString, QStringList>;
 
 // Splits on runs of white space, dropping empty parts.
 QStringList splitOnWhiteSpace(const QString& text);
+// The same parts as views into `text`, for readers that make strings of only some of them.
+using WordViews = QVarLengthArray<QStringView, 16>;
+void splitOnWhiteSpace(QStringView text, WordViews& words);
 
 // The stored bytes, or an empty string.
 std::string readParamString(const db::ParamIterConst& params, const std::string& name);
