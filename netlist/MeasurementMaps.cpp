@@ -1,3 +1,5 @@
+#include <QVarLengthArray>
+
 #include "catalogue/MeasurementTypes.h"
 #include "netlist/NetlistText.h"
 #include "netlist/NetlistWriter.h"
@@ -9,10 +11,57 @@ namespace {
 const char* const measMapSection = "NodeMeasMap";
 const QString unreferenced = QStringLiteral("Unreferenced");
 
+using Fields = QVarLengthArray<QStringView, 8>;
+
 // The key a measurement has in the netlist, as "Eye"; an unknown code has an empty one.
-QString measurementKey(int code) {
-    return measurementKeys().value(static_cast<MeasurementType>(code));
+QStringView measurementKey(int code) {
+    static const QString none;
+    const QHash<MeasurementType, QString>& keys = measurementKeys();
+    const auto known = keys.constFind(static_cast<MeasurementType>(code));
+    return known == keys.constEnd() ? QStringView(none) : QStringView(*known);
 }
+
+bool needsNoReference(int code) {
+    return referenceFreeTypesByKey().contains(measurementKey(code).toString());
+}
+
+// The measurements of a signal against one of its references, in the order they were found.
+struct ReferenceCodes {
+    QString reference;
+    QVarLengthArray<int, 4> codes;
+};
+// The references of one signal. Most signals have one: its entry is kept inline. A signal with
+// many gets an index, so that no stored text makes the search quadratic.
+struct CodesByReference {
+    QVarLengthArray<ReferenceCodes, 1> entries;
+    QHash<QString, int> index;
+
+    void add(const QString& reference, int code) {
+        constexpr int scanned = 8;
+        int found = -1;
+        if (entries.size() <= scanned) {
+            for (int i = 0; i < entries.size() && found < 0; ++i) {
+                found = entries[i].reference == reference ? i : -1;
+            }
+        } else {
+            found = index.value(reference, -1);
+        }
+        if (found < 0) {
+            found = entries.size();
+            entries.append({reference, {}});
+            if (entries.size() > scanned) {
+                indexFrom(index.isEmpty() ? 0 : found);
+            }
+        }
+        entries[found].codes.append(code);
+    }
+
+    void indexFrom(int first) {
+        for (int i = first; i < entries.size(); ++i) {
+            index.insert(entries[i].reference, i);
+        }
+    }
+};
 
 }  // namespace
 
@@ -23,16 +72,14 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
     // one are left to the referenced lines.
     const IntListMap measurements =
         readParamIntListMap(*parameterIterator, "SelectedMeasurementsListMap");
-    const QStringList measuredKeys = measurements.keys();
-    for (const QString& key : measuredKeys) {
-        if (!signals.contains(key)) {
+    for (auto measured = measurements.cbegin(); measured != measurements.cend(); ++measured) {
+        if (!signals.contains(measured.key())) {
             continue;
         }
-        QStringList fields{key, unreferenced};
-        for (int code : measurements.value(key)) {
-            const QString name = measurementKey(code);
-            if (referenceFreeTypesByKey().contains(name)) {
-                fields << name;
+        Fields fields{measured.key(), unreferenced};
+        for (int code : measured.value()) {
+            if (needsNoReference(code)) {
+                fields.append(measurementKey(code));
             }
         }
         // A signal whose measurements all need a reference writes no line here.
@@ -42,20 +89,17 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
     }
 
     // The setup keeps the references of each measurement; the module wants the measurements of
-    // each reference. References that have gone from the design are dropped here.
-    QHash<QString, QHash<QString, QList<int>>> byReference;
-    const ReferenceMap& references = storedReferences;
-    const QStringList referencingKeys = references.keys();
-    for (const QString& key : referencingKeys) {
-        if (!signals.contains(key)) {
+    // each reference. References that have gone from the design are dropped here. A signal's
+    // references come out in the order a hash of them gives, as the module has always had them.
+    QHash<QString, CodesByReference> byReference;
+    for (auto stored = storedReferences.cbegin(); stored != storedReferences.cend(); ++stored) {
+        if (!signals.contains(stored.key())) {
             continue;
         }
-        const QHash<int, QStringList> referencesByCode = references.value(key);
-        const QList<int> codes = referencesByCode.keys();
-        for (int code : codes) {
-            for (const QString& reference : referencesByCode.value(code)) {
+        for (auto byCode = stored->cbegin(); byCode != stored->cend(); ++byCode) {
+            for (const QString& reference : byCode.value()) {
                 if (signals.contains(reference)) {
-                    byReference[key][reference].append(code);
+                    byReference[stored.key()].add(reference, byCode.key());
                 }
             }
         }
@@ -63,19 +107,25 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
 
     // One line per signal and reference. A stored reference always counts, also for a
     // measurement that needs none, which then stands on an "Unreferenced" line as well.
-    const QStringList keys = byReference.keys();
-    for (const QString& key : keys) {
-        if (!signals.contains(key)) {
-            continue;
-        }
-        const QHash<QString, QList<int>> codesByReference = byReference.value(key);
-        const QStringList referenceKeys = codesByReference.keys();
-        for (const QString& reference : referenceKeys) {
-            QStringList fields{key, reference};
-            for (int code : codesByReference.value(reference)) {
-                fields << measurementKey(code);
+    for (auto signal = byReference.cbegin(); signal != byReference.cend(); ++signal) {
+        const auto writeLine = [&](const QString& reference, const auto& codes) {
+            Fields fields{signal.key(), reference};
+            for (int code : codes) {
+                fields.append(measurementKey(code));
             }
             NetlistText::appendListLine(text, measMapSection, n++, fields);
+        };
+        const auto& entries = signal.value().entries;
+        if (entries.size() == 1) {
+            writeLine(entries[0].reference, entries[0].codes);
+            continue;
+        }
+        QHash<QString, QVarLengthArray<int, 4>> ordered;
+        for (const ReferenceCodes& entry : entries) {
+            ordered.insert(entry.reference, entry.codes);
+        }
+        for (auto it = ordered.cbegin(); it != ordered.cend(); ++it) {
+            writeLine(it.key(), it.value());
         }
     }
 }

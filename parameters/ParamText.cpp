@@ -22,6 +22,8 @@ Result readSafely(const db::ParamIterConst& params, const std::string& name, Par
     return result;
 }
 
+constexpr char utf8ByteOrderMark[] = "\xEF\xBB\xBF";
+
 // Stored text is UTF-8, as the writers store it.
 QString widen(const char* bytes, std::size_t size) {
     return QString::fromUtf8(bytes, static_cast<int>(size));
@@ -51,17 +53,33 @@ double toDouble(const std::string& text) {
     return value;
 }
 
-// Calls `visit` with each entry of a "," separated value; the "," that ends the last entry starts
-// none.
+// Calls `visit` with each entry of a "," separated value, as a view; the "," that ends the last
+// entry starts none.
 template <class Visit>
 void forEachEntry(const std::string& value, Visit visit) {
-    std::size_t start = 0;
-    while (start < value.size()) {
-        std::size_t end = value.find(',', start);
-        if (end == std::string::npos) {
-            end = value.size();
+    // Each entry is decoded as a text of its own, so a byte-order mark that opens one is dropped.
+    // Without such a mark, decoding the whole value at once gives the same entries.
+    if (value.find(utf8ByteOrderMark) != std::string::npos) {
+        std::size_t start = 0;
+        while (start < value.size()) {
+            std::size_t end = value.find(',', start);
+            if (end == std::string::npos) {
+                end = value.size();
+            }
+            visit(QStringView(widen(value.data() + start, end - start)));
+            start = end + 1;
         }
-        visit(widen(value.data() + start, end - start));
+        return;
+    }
+    const QString text = widen(value);
+    const QStringView whole(text);
+    int start = 0;
+    while (start < whole.size()) {
+        int end = whole.indexOf(QLatin1Char(','), start);
+        if (end < 0) {
+            end = whole.size();
+        }
+        visit(whole.mid(start, end - start));
         start = end + 1;
     }
 }
@@ -94,7 +112,7 @@ namespace {
 template <class Visit>
 void forEachRecord(const std::string& value, int minimum, Visit visit) {
     Parts parts;
-    forEachEntry(value, [&](const QString& entry) {
+    forEachEntry(value, [&](QStringView entry) {
         splitOnWhiteSpace(entry, parts);
         if (parts.size() >= minimum) {
             visit(parts);
@@ -154,7 +172,7 @@ double readParamDouble(const db::ParamIterConst& params, const std::string& name
 
 QStringList readParamStringList(const db::ParamIterConst& params, const std::string& name) {
     return readSafely<QStringList>(params, name, [](const std::string& value, QStringList& out) {
-        forEachEntry(value, [&](const QString& entry) { out.append(entry); });
+        forEachEntry(value, [&](QStringView entry) { out.append(entry.toString()); });
     });
 }
 
