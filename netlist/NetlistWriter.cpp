@@ -1,6 +1,5 @@
 #include "netlist/NetlistWriter.h"
 
-#include <QSet>
 #include <QtAlgorithms>
 
 #include "discovery/SignalDiscovery.h"
@@ -84,10 +83,12 @@ QString NetlistWriter::measurementCellForType(const QString& signalType) const {
 }
 
 void NetlistWriter::collectSelectedSignals() {
-    QSet<QString> wanted;
+    // Filled in the order of first mention; the selection takes its order from this hash's.
+    SignalRecordHash wanted;
     const auto take = [&](const QString& key) {
-        if (signals.contains(key)) {
-            wanted.insert(key);
+        const auto found = signals.constFind(key);
+        if (found != signals.constEnd()) {
+            wanted.insert(found.key(), found.value());
         }
     };
 
@@ -114,7 +115,7 @@ void NetlistWriter::collectSelectedSignals() {
             if (!record->models.contains(measurementCellForType(record->signalType))) {
                 continue;
             }
-            wanted.insert(record->key);
+            wanted.insert(record->key, record);
             for (const QString& key : connectionDiagnostics(record)) {
                 take(key);
             }
@@ -122,12 +123,15 @@ void NetlistWriter::collectSelectedSignals() {
     }
 
     SignalRecordHash selected;
-    for (const QString& key : qAsConst(wanted)) {
-        selected.insert(key, signals.value(key));
+    for (auto it = wanted.cbegin(); it != wanted.cend(); ++it) {
+        selected.insert(it.key(), it.value());
     }
-    for (auto it = signals.cbegin(); it != signals.cend(); ++it) {
-        if (!selected.contains(it.key())) {
-            delete it.value();
+    // When every signal is wanted, no record is left to drop.
+    if (selected.size() != signals.size()) {
+        for (auto it = signals.cbegin(); it != signals.cend(); ++it) {
+            if (!selected.contains(it.key())) {
+                delete it.value();
+            }
         }
     }
     signals = selected;

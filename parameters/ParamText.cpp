@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <stdexcept>
 
-
 namespace LaneTapUI {
 namespace {
 
@@ -120,8 +119,24 @@ void forEachRecord(const std::string& value, int minimum, Visit visit) {
     });
 }
 
+// A stored map holds tens of thousands of small numbers: a plain run of digits is read here, any
+// other token as Qt reads it.
 int toInt(QStringView token) {
-    return token.toInt(nullptr, 10);
+    const bool hasSign =
+        !token.isEmpty() && (token[0] == QLatin1Char('-') || token[0] == QLatin1Char('+'));
+    const QStringView digits = token.mid(hasSign ? 1 : 0);
+    constexpr int plainDigits = 9;
+    if (digits.isEmpty() || digits.size() > plainDigits) {
+        return token.toInt(nullptr, 10);
+    }
+    int value = 0;
+    for (const QChar c : digits) {
+        if (c < QLatin1Char('0') || c > QLatin1Char('9')) {
+            return token.toInt(nullptr, 10);
+        }
+        value = value * 10 + (c.unicode() - '0');
+    }
+    return token[0] == QLatin1Char('-') ? -value : value;
 }
 
 void appendParts(QStringList& names, const Parts& parts, int from) {
