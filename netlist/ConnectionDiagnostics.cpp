@@ -1,3 +1,4 @@
+#include <QStringBuilder>
 #include <QVarLengthArray>
 #include <algorithm>
 
@@ -23,6 +24,36 @@ QString clockKey(const SignalRecord& record) {
 QString whereText(const SignalRecord& record) {
     return QStringLiteral(" of Reference Designator '") + record.refDes +
            QStringLiteral("' of Channel ID '") + record.channel + QLatin1Char('\'');
+}
+
+// Signals that expect the same companions and describe the missing ones alike: the data bits of
+// one byte, or the address and command signals at one place. Empty for a signal searched alone.
+QString companionGroup(const SignalRecord& record) {
+    const QString& type = record.signalType;
+    if (type == QLatin1String("DQ")) {
+        return QLatin1String("DQ ") % record.channel % QLatin1Char(' ') % record.refDes %
+               QLatin1Char(' ') % QString::number(record.signalIndex.toInt() / 8);
+    }
+    if (isAddressType(type)) {
+        return QLatin1String("A ") % record.channel % QLatin1Char(' ') % record.refDes;
+    }
+    return QString();
+}
+
+// The companions of a search and the record's own warning when some are missing.
+NetlistWriter::Diagnosis diagnosisOf(const SignalRecord& record,
+                                     const NetlistWriter::CompanionSearch& search) {
+    NetlistWriter::Diagnosis diagnosis{search.companions, QString()};
+    if (!search.missing.isEmpty()) {
+        // This text carries no line end of its own.
+        diagnosis.warning = QStringLiteral("For ") + record.key +
+                            QStringLiteral(", reference signal ID(s) ") +
+                            search.missing.join(QStringLiteral(", ")) +
+                            QStringLiteral(
+                                " are not connected. Some compliance test "
+                                "would not run for it.");
+    }
+    return diagnosis;
 }
 
 }  // namespace
@@ -129,8 +160,20 @@ QStringList NetlistWriter::connectionDiagnostics(const SignalRecord* record) con
 }
 
 NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) const {
+    const QString group = companionGroup(*record);
+    if (group.isEmpty()) {
+        return diagnosisOf(*record, searchCompanions(record));
+    }
+    auto known = companionSearches.constFind(group);
+    if (known == companionSearches.constEnd()) {
+        known = companionSearches.insert(group, searchCompanions(record));
+    }
+    return diagnosisOf(*record, *known);
+}
+
+NetlistWriter::CompanionSearch NetlistWriter::searchCompanions(const SignalRecord* record) const {
     const SignalRecordHash connected = connectedReferences(record);
-    Diagnosis diagnosis{connected.keys(), QString()};
+    CompanionSearch search{connected.keys(), QStringList()};
     // Most signals have all they need; only a signal that misses some is looked at closer.
     const RequiredTypes types = requiredTypes(*record);
     const bool complete = std::all_of(types.cbegin(), types.cend(), [&](const QString& type) {
@@ -139,7 +182,7 @@ NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) con
             [&](const SignalRecord* reference) { return reference->signalType == type; });
     });
     if (complete) {
-        return diagnosis;
+        return search;
     }
 
     QHash<QString, int> required = requiredReferenceTypes(record);
@@ -150,23 +193,12 @@ NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) con
             ++count.value();
         }
     }
-
-    QString missing;
     for (auto it = required.cbegin(); it != required.cend(); ++it) {
         if (it.value() == 0) {
-            missing += describeMissingReference(record, it.key()) + QStringLiteral(", ");
+            search.missing << describeMissingReference(record, it.key());
         }
     }
-    if (!missing.isEmpty()) {
-        missing.chop(2);
-        // This text carries no line end of its own.
-        diagnosis.warning = QStringLiteral("For ") + record->key +
-                            QStringLiteral(", reference signal ID(s) ") + missing +
-                            QStringLiteral(
-                                " are not connected. Some compliance test "
-                                "would not run for it.");
-    }
-    return diagnosis;
+    return search;
 }
 
 }  // namespace LaneTapUI

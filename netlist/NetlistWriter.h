@@ -37,6 +37,19 @@ public:
     // The signals the block is about: everything discovered, then the selection.
     const SignalRecordHash& signalHash() const { return signals; }
 
+    // What the companion check found for a signal.
+    struct Diagnosis {
+        QStringList companions;
+        // Empty when nothing is missing.
+        QString warning;
+    };
+    // What it finds for every signal of a companion group: the companions, and the descriptions
+    // of those missing, in the order the warning gives them.
+    struct CompanionSearch {
+        QStringList companions;
+        QStringList missing;
+    };
+
 private:
     void findControllerParameters();
     void discoverSignals();
@@ -56,12 +69,8 @@ private:
     // selection and the reference map ask for the same signals and warn alike; the search is
     // made once.
     QStringList connectionDiagnostics(const SignalRecord* record) const;
-    struct Diagnosis {
-        QStringList companions;
-        // Empty when nothing is missing.
-        QString warning;
-    };
     Diagnosis diagnose(const SignalRecord* record) const;
+    CompanionSearch searchCompanions(const SignalRecord* record) const;
     QStringList expectedReferenceKeys(const SignalRecord* record) const;
     SignalRecordHash connectedReferences(const SignalRecord* record) const;
     QHash<QString, int> requiredReferenceTypes(const SignalRecord* record) const;
@@ -71,6 +80,8 @@ private:
     ReferenceMap storedReferences;
     // What connectionDiagnostics found, by record.
     mutable QHash<const SignalRecord*, Diagnosis> diagnoses;
+    // What searchCompanions found, by companion group.
+    mutable QHash<QString, CompanionSearch> companionSearches;
     // The discovered signals; this hash owns the records.
     SignalRecordHash signals;
     db::ParamIter* parameterIterator;
