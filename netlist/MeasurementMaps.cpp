@@ -70,8 +70,7 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
 
     // Measurements that need no reference, one "Unreferenced" line per signal. Those that need
     // one are left to the referenced lines.
-    const IntListMap measurements =
-        readParamIntListMap(*parameterIterator, "SelectedMeasurementsListMap");
+    const IntListMap& measurements = stored.measurements;
     for (auto measured = measurements.cbegin(); measured != measurements.cend(); ++measured) {
         if (!signals.contains(measured.key())) {
             continue;
@@ -92,14 +91,15 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
     // each reference. References that have gone from the design are dropped here. A signal's
     // references come out in the order a hash of them gives, as the module has always had them.
     QHash<QString, CodesByReference> byReference;
-    for (auto stored = storedReferences.cbegin(); stored != storedReferences.cend(); ++stored) {
-        if (!signals.contains(stored.key())) {
+    const ReferenceMap& references = stored.references;
+    for (auto entry = references.cbegin(); entry != references.cend(); ++entry) {
+        if (!signals.contains(entry.key())) {
             continue;
         }
-        for (auto byCode = stored->cbegin(); byCode != stored->cend(); ++byCode) {
+        for (auto byCode = entry->cbegin(); byCode != entry->cend(); ++byCode) {
             for (const QString& reference : byCode.value()) {
                 if (signals.contains(reference)) {
-                    byReference[stored.key()].add(reference, byCode.key());
+                    byReference[entry.key()].add(reference, byCode.key());
                 }
             }
         }

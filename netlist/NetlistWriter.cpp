@@ -1,6 +1,7 @@
 #include "netlist/NetlistWriter.h"
 
 #include <QtAlgorithms>
+#include <future>
 
 #include "discovery/SignalDiscovery.h"
 #include "netlist/NetlistText.h"
@@ -19,8 +20,19 @@ db::Design* designOf(const db::Instance* instance) {
 
 NetlistWriter::NetlistWriter(db::ParamIter* parameters, db::Instance* instance)
     : parameterIterator(parameters), probeInstance(instance) {
+    // A board stores megabytes of selection. Its text is read here and taken apart on a second
+    // thread while this one walks the design; only this thread talks to the host.
+    auto selection = std::async(
+        std::launch::async,
+        [signalKeys = readParamString(*parameters, "SelectedSignalList"),
+         references = readParamString(*parameters, "SelectedMeasurementsRefSignalListMap"),
+         measurements = readParamString(*parameters, "SelectedMeasurementsListMap")] {
+            return StoredSelection{parseStringList(signalKeys), parseReferenceMap(references),
+                                   parseIntListMap(measurements)};
+        });
     findControllerParameters();
     discoverSignals();
+    stored = selection.get();
 }
 
 // Records that selection dropped are gone already; what is left in the hash is ours.
@@ -56,12 +68,20 @@ QByteArray NetlistWriter::writeBlock() {
     block += "Type=\"ModelExtractor\" Module=\"LaneTap\"";
     block += NetlistText::lineContinuation;
     NetlistText::appendText(block, writeSettingsBlock());
+    // The measurement map asks nothing of the host: it is written on a second thread meanwhile.
+    auto measMap = std::async(std::launch::async, [this] {
+        QByteArray text;
+        writeNodeMeasMap(text);
+        return text;
+    });
     writeNodeData(block);
-    writeNodeMeasMap(block);
+    QByteArray compliance;
     if (isComplianceEnabled()) {
-        writeNodeRefMap(block);
-        writeComplianceMap(block);
+        writeNodeRefMap(compliance);
+        writeComplianceMap(compliance);
     }
+    block += measMap.get();
+    block += compliance;
 
     // The last line keeps its blank and loses its continuation.
     block.chop(2);
@@ -93,14 +113,12 @@ void NetlistWriter::collectSelectedSignals() {
     };
 
     // A stored key whose signal has gone from the design is passed over without a word.
-    for (const QString& key : readParamStringList(*parameterIterator, "SelectedSignalList")) {
+    for (const QString& key : qAsConst(stored.signalKeys)) {
         take(key);
     }
 
     // A reference is watched also when it was not selected for itself.
-    storedReferences =
-        readParamReferenceMap(*parameterIterator, "SelectedMeasurementsRefSignalListMap");
-    for (const QHash<int, QStringList>& byMeasurement : qAsConst(storedReferences)) {
+    for (const QHash<int, QStringList>& byMeasurement : qAsConst(stored.references)) {
         for (const QStringList& keys : byMeasurement) {
             for (const QString& key : keys) {
                 take(key);

@@ -76,8 +76,13 @@ private:
     QHash<QString, int> requiredReferenceTypes(const SignalRecord* record) const;
     QString describeMissingReference(const SignalRecord* record, const QString& requiredType) const;
 
-    // The stored references of the measurements, read once by the selection.
-    ReferenceMap storedReferences;
+    // What the probe stores of the selection, read once.
+    struct StoredSelection {
+        QStringList signalKeys;
+        ReferenceMap references;
+        IntListMap measurements;
+    };
+    StoredSelection stored;
     // What connectionDiagnostics found, by record.
     mutable QHash<const SignalRecord*, Diagnosis> diagnoses;
     // What searchCompanions found, by companion group.

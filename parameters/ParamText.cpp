@@ -9,19 +9,31 @@
 namespace LaneTapUI {
 namespace {
 
-// Runs `parse` over the stored value. A standard exception, from the host for a missing parameter
-// or from a conversion, ends the parse and leaves whatever `parse` had put into the result.
+constexpr char utf8ByteOrderMark[] = "\xEF\xBB\xBF";
+
+// Runs `parse` over a value. A standard exception, from a conversion, ends the parse and leaves
+// whatever `parse` had put into the result.
 template <class Result, class Parse>
-Result readSafely(const db::ParamIterConst& params, const std::string& name, Parse parse) {
+Result parseSafely(const std::string& value, Parse parse) {
     Result result{};
     try {
-        parse(params.get_param_string_value(name), result);
+        parse(value, result);
     } catch (const std::exception&) {
     }
     return result;
 }
 
-constexpr char utf8ByteOrderMark[] = "\xEF\xBB\xBF";
+// The same over the stored value; a parameter the host does not have reads as the empty result.
+template <class Result, class Parse>
+Result readSafely(const db::ParamIterConst& params, const std::string& name, Parse parse) {
+    std::string value;
+    try {
+        value = params.get_param_string_value(name);
+    } catch (const std::exception&) {
+        return Result{};
+    }
+    return parseSafely<Result>(value, parse);
+}
 
 // Stored text is UTF-8, as the writers store it.
 QString widen(const char* bytes, std::size_t size) {
@@ -185,15 +197,15 @@ double readParamDouble(const db::ParamIterConst& params, const std::string& name
                               [](const std::string& value, double& out) { out = toDouble(value); });
 }
 
-QStringList readParamStringList(const db::ParamIterConst& params, const std::string& name) {
-    return readSafely<QStringList>(params, name, [](const std::string& value, QStringList& out) {
-        forEachEntry(value, [&](QStringView entry) { out.append(entry.toString()); });
+QStringList parseStringList(const std::string& value) {
+    return parseSafely<QStringList>(value, [](const std::string& text, QStringList& out) {
+        forEachEntry(text, [&](QStringView entry) { out.append(entry.toString()); });
     });
 }
 
-IntListMap readParamIntListMap(const db::ParamIterConst& params, const std::string& name) {
-    return readSafely<IntListMap>(params, name, [](const std::string& value, IntListMap& out) {
-        forEachRecord(value, 1, [&](const Parts& parts) {
+IntListMap parseIntListMap(const std::string& value) {
+    return parseSafely<IntListMap>(value, [](const std::string& text, IntListMap& out) {
+        forEachRecord(text, 1, [&](const Parts& parts) {
             QList<int> numbers;
             numbers.reserve(parts.size() - 1);
             for (int i = 1; i < parts.size(); ++i) {
@@ -204,12 +216,24 @@ IntListMap readParamIntListMap(const db::ParamIterConst& params, const std::stri
     });
 }
 
-ReferenceMap readParamReferenceMap(const db::ParamIterConst& params, const std::string& name) {
-    return readSafely<ReferenceMap>(params, name, [](const std::string& value, ReferenceMap& out) {
-        forEachRecord(value, 2, [&](const Parts& parts) {
+ReferenceMap parseReferenceMap(const std::string& value) {
+    return parseSafely<ReferenceMap>(value, [](const std::string& text, ReferenceMap& out) {
+        forEachRecord(text, 2, [&](const Parts& parts) {
             appendParts(out[parts[0].toString()][toInt(parts[1])], parts, 2);
         });
     });
+}
+
+QStringList readParamStringList(const db::ParamIterConst& params, const std::string& name) {
+    return parseStringList(readParamString(params, name));
+}
+
+IntListMap readParamIntListMap(const db::ParamIterConst& params, const std::string& name) {
+    return parseIntListMap(readParamString(params, name));
+}
+
+ReferenceMap readParamReferenceMap(const db::ParamIterConst& params, const std::string& name) {
+    return parseReferenceMap(readParamString(params, name));
 }
 
 StringListMap readParamStringListMap(const db::ParamIterConst& params, const std::string& name) {

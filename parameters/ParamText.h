@@ -47,6 +47,12 @@ ReferenceMap readParamReferenceMap(const db::ParamIterConst& params, const std::
 // Needs a key; names of a repeated key are appended.
 StringListMap readParamStringListMap(const db::ParamIterConst& params, const std::string& name);
 
+// The list and map readers over a value already read: a caller may read on one thread and take
+// the text apart on another.
+QStringList parseStringList(const std::string& value);
+IntListMap parseIntListMap(const std::string& value);
+ReferenceMap parseReferenceMap(const std::string& value);
+
 void writeParamString(db::ParamIter& params, const std::string& name, const QString& text);
 // Every item followed by ","; the empty list is the empty text.
 void writeParamStringList(db::ParamIter& params, const std::string& name, const QStringList& items);
