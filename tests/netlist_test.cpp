@@ -70,6 +70,36 @@ const QStringList u2Block = {"N n_dq0 DQ_Ch0_U2_DQ0 s",         "N n_dqs_p DQS_C
                              "R DQ_Ch0_U2_DQ0 CK_Ch0_U2_CK0",   "R DQS_Ch0_U2_DQS0 DQ_Ch0_U2_DQ0",
                              "R DQS_Ch0_U2_DQS0 CK_Ch0_U2_CK0", "R CK_Ch0_U2_CK0 CK_Ch0_U2_CK0"};
 
+// Memory U2 with data bits 0 to 10, each on net qN.
+const QString manyBits = [] {
+    QStringList ports;
+    for (int bit = 0; bit <= 10; ++bit) {
+        ports << QString("DQ %1 q%1").arg(bit);
+    }
+    return ports.join(", ");
+}();
+
+QStringList bitKeys(int first, int last) {
+    QStringList keys;
+    for (int bit = first; bit <= last; ++bit) {
+        keys << QString("DQ_Ch0_U2_DQ%1").arg(bit);
+    }
+    return keys;
+}
+
+// DQ0 against DQ1 to DQ10 by Skew, and against DQ2 and DQ9 by Eye as well.
+QStringList manyReferenceLines() {
+    QStringList lines;
+    for (int bit = 0; bit <= 10; ++bit) {
+        lines << QString("N q%1 DQ_Ch0_U2_DQ%1 s").arg(bit);
+    }
+    for (const QString& key : bitKeys(1, 10)) {
+        const bool both = key.endsWith("DQ2") || key.endsWith("DQ9");
+        lines << "M DQ_Ch0_U2_DQ0 " + key + (both ? " Eye Skew" : " Skew");
+    }
+    return lines;
+}
+
 struct Scenario {
     const char* label;
     QStringList design;  // the instances besides the probe
@@ -243,11 +273,19 @@ TEST_F(Netlist, MeasurementsReferencesAndCompliance) {
           "N n_ck_n CK_Ch0_U1_CK0 n", "N n_dq0 DQ_Ch0_U2_DQ0 s",
           "M DQ_Ch0_U2_Rx.Output_DQ0 Unreferenced Eye",
           "M DQ_Ch0_U2_Rx.Output_DQ0 DQ_Ch0_U2_DQ0 Eye Skew", "S EnableCompliance=0"}},
+        // One signal measured against many references, two of them by two measurements: one
+        // line for each reference, with its measurements.
+        {"many references",
+         {memory("M2", "U2", manyBits)},
+         "SelectedSignalList=DQ_Ch0_U2_DQ0,|SelectedMeasurementsRefSignalListMap=DQ_Ch0_U2_DQ0 1 " +
+             bitKeys(1, 10).join(' ') + " ,DQ_Ch0_U2_DQ0 3 DQ_Ch0_U2_DQ9 DQ_Ch0_U2_DQ2 ,",
+         manyReferenceLines()},
         // A data mask and a clock are their own companions; a chip select has none. The strobe
         // of DQ11 is DQS1, and DQ11 is a bit of DQS1's byte. Each warning comes from the
         // selection and again from the reference map, without a line end.
         {"compliance companions",
-         {memory("M2", "U2", "DM_n 0 dm0, CS_n 0 cs0, DQ 11 q11, DQS_t 1 s_p, DQS_c 1 s_n"),
+         {memory("M2", "U2",
+                 "DM_n 0 dm0, CS_n 0 cs0, DQ 11 q11, DQ 12 q12, DQS_t 1 s_p, DQS_c 1 s_n"),
           memory("M6", "U6", "DQS_t 1 t_p, DQS_c 1 t_n, CK_t 0 k_p, CK_c 0 k_n"),
           // Families the host has no name for make no signal.
           memory("M8", "U8", "A 3 a3, 19 0 n_y, -1 0 n_z"),
@@ -255,6 +293,10 @@ TEST_F(Netlist, MeasurementsReferencesAndCompliance) {
           memory("M7", "U7", "DQ 15 u15, DQS_t 1 u_p, DQS_c 1 u_n, CK_t 0 c_p, CK_c 0 c_n")},
          "EnableComplianceMeasurements=1",
          {"N dm0 DM_Ch0_U2_DM0 s", "N cs0 CS_Ch0_U2_CS0 s", "N q11 DQ_Ch0_U2_DQ11 s",
+          "N q12 DQ_Ch0_U2_DQ12 s", "R DQ_Ch0_U2_DQ12 DQS_Ch0_U2_DQS1",
+          "R DQS_Ch0_U2_DQS1 DQ_Ch0_U2_DQ12",
+          "W2 For DQ_Ch0_U2_DQ12, reference signal ID(s) CK0 of Reference Designator 'U2' of "
+          "Channel ID 'Ch0' are not connected. Some compliance test would not run for it.",
           "N s_p DQS_Ch0_U2_DQS1 p", "N s_n DQS_Ch0_U2_DQS1 n", "N t_p DQS_Ch0_U6_DQS1 p",
           "N t_n DQS_Ch0_U6_DQS1 n", "N k_p CK_Ch0_U6_CK0 p", "N k_n CK_Ch0_U6_CK0 n",
           "N a3 A_Ch0_U8_A3 s", "N u15 DQ_Ch0_U7_DQ15 s", "N u_p DQS_Ch0_U7_DQS1 p",

@@ -66,6 +66,12 @@ TEST(ParamText, ListsAndMapsFollowTheirTokenRules) {
          {{"S1", {{0, {"R1", "R2"}}, {5, {"R3"}}}}}, {{"S1", {"0", "R1", "5", "R3", "0", "R2"}}}},
         {"a,,b, ,", {"a", "", "b", " "}, {{"a", {}}, {"b", {}}}, {}, {{"a", {}}, {"b", {}}}},
         {"S1 99999999999", {"S1 99999999999"}, {{"S1", {0}}}, {{"S1", {{0, {}}}}}, {{"S1", {"99999999999"}}}},
+        {"S1 +7 -07 1234567890 7x", {"S1 +7 -07 1234567890 7x"}, {{"S1", {7, -7, 1234567890, 0}}},
+         {{"S1", {{7, {"-07", "1234567890", "7x"}}}}}, {{"S1", {"+7", "-07", "1234567890", "7x"}}}},
+        // A byte-order mark is dropped where it opens an entry, and kept elsewhere.
+        {"S1 2,\xEF\xBB\xBFS2 3,S3 \xEF\xBB\xBF", {"S1 2", "S2 3", "S3 \uFEFF"},
+         {{"S1", {2}}, {"S2", {3}}, {"S3", {0}}}, {{"S1", {{2, {}}}}, {"S2", {{3, {}}}}, {"S3", {{0, {}}}}},
+         {{"S1", {"2"}}, {"S2", {"3"}}, {"S3", {QString(QChar(0xFEFF))}}}},
     };
     // clang-format on
     for (const auto& [text, list, ids, references, names] : rows) {
