@@ -63,24 +63,25 @@ QByteArray NetlistWriter::writeBlock() {
                                    QStringLiteral("' component.\n"));
     }
 
+    // The node data and the measurement map ask nothing of the host and warn of nothing: they
+    // are written on a second thread while this one writes the sections around them.
+    auto dataAndMeasurements = std::async(std::launch::async, [this] {
+        QByteArray text;
+        writeNodeData(text);
+        writeNodeMeasMap(text);
+        return text;
+    });
     // The node list ends in a blank, so the type continues the first line.
     writeNodeList(block);
     block += "Type=\"ModelExtractor\" Module=\"LaneTap\"";
     block += NetlistText::lineContinuation;
     NetlistText::appendText(block, writeSettingsBlock());
-    // The measurement map asks nothing of the host: it is written on a second thread meanwhile.
-    auto measMap = std::async(std::launch::async, [this] {
-        QByteArray text;
-        writeNodeMeasMap(text);
-        return text;
-    });
-    writeNodeData(block);
     QByteArray compliance;
     if (isComplianceEnabled()) {
         writeNodeRefMap(compliance);
         writeComplianceMap(compliance);
     }
-    block += measMap.get();
+    block += dataAndMeasurements.get();
     block += compliance;
 
     // The last line keeps its blank and loses its continuation.
