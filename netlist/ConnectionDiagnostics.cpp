@@ -26,6 +26,27 @@ QString whereText(const SignalRecord& record) {
            QStringLiteral("' of Channel ID '") + record.channel + QLatin1Char('\'');
 }
 
+// The types a signal needs a companion of, in the order the check takes them up.
+RequiredTypes requiredTypes(const SignalRecord& record) {
+    static const QString dq = QStringLiteral("DQ");
+    static const QString dqs = QStringLiteral("DQS");
+    static const QString ck = QStringLiteral("CK");
+    const QString& type = record.signalType;
+    if (type == dq) {
+        return {dqs, ck};
+    }
+    if (type == dqs) {
+        return {dq, ck};
+    }
+    if (isAddressType(type)) {
+        return {ck};
+    }
+    if (type == QLatin1String("DM") || type == ck) {
+        return {type};
+    }
+    return {};
+}
+
 // Signals that expect the same companions and describe the missing ones alike: the data bits of
 // one byte, or the address and command signals at one place. Empty for a signal searched alone.
 QString companionGroup(const SignalRecord& record) {
@@ -93,27 +114,6 @@ SignalRecordHash NetlistWriter::connectedReferences(const SignalRecord* record) 
         }
     }
     return connected;
-}
-
-// The types a signal needs a companion of, in the order the check takes them up.
-RequiredTypes requiredTypes(const SignalRecord& record) {
-    static const QString dq = QStringLiteral("DQ");
-    static const QString dqs = QStringLiteral("DQS");
-    static const QString ck = QStringLiteral("CK");
-    const QString& type = record.signalType;
-    if (type == dq) {
-        return {dqs, ck};
-    }
-    if (type == dqs) {
-        return {dq, ck};
-    }
-    if (isAddressType(type)) {
-        return {ck};
-    }
-    if (type == QLatin1String("DM") || type == ck) {
-        return {type};
-    }
-    return {};
 }
 
 QHash<QString, int> NetlistWriter::requiredReferenceTypes(const SignalRecord* record) const {

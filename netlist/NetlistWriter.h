@@ -17,7 +17,8 @@ namespace LaneTapUI {
 
 // Writes the netlist block of one probe instance: the nets the post-processing module watches and
 // what it is to do with them. Made for one netlist call and destroyed after it; construction
-// already finds the controller and discovers every signal of the design.
+// already finds the controller, discovers every signal of the design and reads the stored
+// selection.
 class NetlistWriter {
 public:
     NetlistWriter(db::ParamIter* parameterIterator, db::Instance* probeInstance);
