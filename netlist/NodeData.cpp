@@ -6,11 +6,16 @@
 namespace LaneTapUI {
 namespace {
 
-// One net that the probe watches, with the polarity its data line carries.
+// One net that the probe watches, with the polarity its data line carries. The net is the
+// record's own; both sections read it while the record lives.
 struct WatchedNode {
-    QString net;
-    QString polarity;
+    QStringView net;
+    QStringView polarity;
 };
+
+const QString singleEnded = QStringLiteral("s");
+const QString positive = QStringLiteral("p");
+const QString negativeHalf = QStringLiteral("n");
 using WatchedNodes = QVarLengthArray<WatchedNode, 2>;
 
 // The nets of one record, in the order they are written. The node list and the node data both
@@ -19,15 +24,16 @@ using WatchedNodes = QVarLengthArray<WatchedNode, 2>;
 WatchedNodes watchedNodes(const SignalRecord& record, bool reportAbsent) {
     WatchedNodes nodes;
     // A signal that two instances reach is written through whichever the hash gives first.
-    const InstanceNodes entry =
-        record.instances.isEmpty() ? InstanceNodes() : record.instances.cbegin().value();
+    static const InstanceNodes none;
+    const InstanceNodes& entry =
+        record.instances.isEmpty() ? none : record.instances.cbegin().value();
     const bool differential = record.polarity != QLatin1String("s");
 
     // The receiver output of a pair is one single-ended node, whichever slot holds its net. A
     // pair without any net still takes its place, empty, and is not reported.
     if (differential && record.nodeLabel.endsWith(QLatin1String("Rx Output"))) {
-        const QString otherSlot = entry.single ? entry.pNet : entry.nNet;
-        nodes.append({entry.pNet.isEmpty() ? otherSlot : entry.pNet, QStringLiteral("s")});
+        const QString& otherSlot = entry.single ? entry.pNet : entry.nNet;
+        nodes.append({entry.pNet.isEmpty() ? otherSlot : entry.pNet, singleEnded});
         return nodes;
     }
 
@@ -42,15 +48,15 @@ WatchedNodes watchedNodes(const SignalRecord& record, bool reportAbsent) {
     };
 
     if (!entry.pNet.isEmpty()) {
-        nodes.append({entry.pNet, differential ? QStringLiteral("p") : QStringLiteral("s")});
+        nodes.append({entry.pNet, differential ? positive : singleEnded});
     } else {
         reportMissing(QStringLiteral("p"));
     }
     if (differential) {
         // Half of a pair with no negative node: the positive node is still written.
-        const QString negative = entry.single ? entry.pNet : entry.nNet;
+        const QString& negative = entry.single ? entry.pNet : entry.nNet;
         if (!negative.isEmpty()) {
-            nodes.append({negative, QStringLiteral("n")});
+            nodes.append({negative, negativeHalf});
         } else {
             reportMissing(QStringLiteral("n"));
         }
