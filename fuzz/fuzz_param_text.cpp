@@ -2,6 +2,7 @@
 // read agrees with the text, with the other readers and with the writers.
 
 #include <QSet>
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -56,14 +57,21 @@ void checkReaders(const std::string& input) {
     check(readParamText(params, name) == decoded,
           "readParamText is not the bytes decoded as UTF-8");
 
-    // A list written back is the stored text, with its final "," added when it had none.
+    // A list written back is the stored text, with its final "," added when it had none. Each
+    // item is decoded as a text of its own, so a byte-order mark that opens one is dropped.
     const QStringList list = readParamStringList(params, name);
     QString joined;
     for (const QString& item : list) {
         joined += item + QLatin1Char(',');
     }
-    const QString expected =
-        decoded.isEmpty() || decoded.endsWith(QLatin1Char(',')) ? decoded : decoded + ',';
+    // Decoded behind a ",", the text keeps every mark; the marks that open an item then go.
+    const std::string behindComma = "," + input;
+    QString expected = QString::fromUtf8(behindComma.data(), static_cast<int>(behindComma.size()));
+    if (!input.empty() && !expected.endsWith(QLatin1Char(','))) {
+        expected += QLatin1Char(',');
+    }
+    expected.replace(QStringLiteral(",") + QChar(0xFEFF), QStringLiteral(","));
+    expected.remove(0, 1);
     check(joined == expected, "the list read from " + shown(input) + " does not join back to it");
 
     // Every reader of a map takes the first part of each entry as its key; the number map keeps
@@ -116,10 +124,16 @@ void checkReaders(const std::string& input) {
               "the double " + std::to_string(real) + " reads back as " + std::to_string(back));
     }
     // Stored text is UTF-8 both ways: valid UTF-8 comes back from the text readers as written.
+    // An item that opens with a byte-order mark loses it when read, so it cannot come back.
+    const bool opensWithMark = std::any_of(list.cbegin(), list.cend(), [](const QString& item) {
+        return item.startsWith(QChar(0xFEFF));
+    });
     if (decoded.toUtf8() == QByteArray::fromStdString(input)) {
-        writeParamStringList(params, name, list);
-        check(readParamStringList(params, name) == list,
-              "a list written back reads differently: " + shown(input));
+        if (!opensWithMark) {
+            writeParamStringList(params, name, list);
+            check(readParamStringList(params, name) == list,
+                  "a list written back reads differently: " + shown(input));
+        }
         writeParamString(params, name, decoded);
         check(readParamString(params, name) == input, "a text written back reads differently");
     }
