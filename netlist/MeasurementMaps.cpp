@@ -133,7 +133,7 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
 void NetlistWriter::writeNodeRefMap(QByteArray& text) const {
     int n = 1;
     for (const SignalRecord* record : signals) {
-        if (!record->models.contains(measurementCellForType(record->signalType))) {
+        if (!isReceiving(*record)) {
             continue;
         }
         // A clock or a data mask is its own companion: its line holds its key twice.

@@ -103,6 +103,10 @@ QString NetlistWriter::measurementCellForType(const QString& signalType) const {
     return dataSignal && controllerParameters->isReadMode() ? controller : memory;
 }
 
+bool NetlistWriter::isReceiving(const SignalRecord& record) const {
+    return record.models.contains(measurementCellForType(record.signalType));
+}
+
 void NetlistWriter::collectSelectedSignals() {
     // Filled in the order of first mention; the selection takes its order from this hash's.
     SignalRecordHash wanted;
@@ -131,7 +135,7 @@ void NetlistWriter::collectSelectedSignals() {
     // companions, selected or not.
     if (isComplianceEnabled()) {
         for (SignalRecord* record : qAsConst(signals)) {
-            if (!record->models.contains(measurementCellForType(record->signalType))) {
+            if (!isReceiving(*record)) {
                 continue;
             }
             wanted.insert(record->key, record);

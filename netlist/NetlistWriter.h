@@ -34,6 +34,8 @@ public:
     bool isComplianceEnabled() const;
     // The receiving side of a signal type, on which compliance is judged.
     QString measurementCellForType(const QString& signalType) const;
+    // Whether an instance of that side reaches the signal: compliance judges it there.
+    bool isReceiving(const SignalRecord& record) const;
 
     // The signals the block is about: everything discovered, then the selection.
     const SignalRecordHash& signalHash() const { return signals; }

@@ -9,8 +9,6 @@
 namespace LaneTapUI {
 namespace {
 
-constexpr char utf8ByteOrderMark[] = "\xEF\xBB\xBF";
-
 // Runs `parse` over a value. A standard exception, from a conversion, ends the parse and leaves
 // whatever `parse` had put into the result.
 template <class Result, class Parse>
@@ -68,34 +66,25 @@ double toDouble(const std::string& text) {
 // entry starts none.
 template <class Visit>
 void forEachEntry(const std::string& value, Visit visit) {
-    // Each entry is decoded as a text of its own, so a byte-order mark that opens one is dropped.
-    // Without such a mark, decoding the whole value at once gives the same entries.
-    if (value.find(utf8ByteOrderMark) != std::string::npos) {
-        std::size_t start = 0;
-        while (start < value.size()) {
-            std::size_t end = value.find(',', start);
-            if (end == std::string::npos) {
-                end = value.size();
-            }
-            visit(QStringView(widen(value.data() + start, end - start)));
-            start = end + 1;
-        }
-        return;
-    }
-    const QString text = widen(value);
-    const QStringView whole(text);
+    // The value is decoded once. An entry reads as a text of its own would, so a byte-order mark
+    // that opens it is dropped; decoded behind a ",", the value keeps every mark for that rule,
+    // the one that opens it included.
+    const QString text = widen("," + value);
+    const QStringView whole = QStringView(text).mid(1);
     int start = 0;
     while (start < whole.size()) {
         int end = whole.indexOf(QLatin1Char(','), start);
         if (end < 0) {
             end = whole.size();
         }
-        visit(whole.mid(start, end - start));
+        QStringView entry = whole.mid(start, end - start);
+        if (entry.startsWith(QChar(0xFEFF))) {
+            entry = entry.mid(1);
+        }
+        visit(entry);
         start = end + 1;
     }
 }
-
-using Parts = WordViews;
 
 }  // namespace
 
@@ -122,7 +111,7 @@ namespace {
 // The parts are views into the entry: a stored map has tens of thousands of them.
 template <class Visit>
 void forEachRecord(const std::string& value, int minimum, Visit visit) {
-    Parts parts;
+    WordViews parts;
     forEachEntry(value, [&](QStringView entry) {
         splitOnWhiteSpace(entry, parts);
         if (parts.size() >= minimum) {
@@ -151,7 +140,7 @@ int toInt(QStringView token) {
     return token[0] == QLatin1Char('-') ? -value : value;
 }
 
-void appendParts(QStringList& names, const Parts& parts, int from) {
+void appendParts(QStringList& names, const WordViews& parts, int from) {
     for (int i = from; i < parts.size(); ++i) {
         names.append(parts[i].toString());
     }
@@ -168,7 +157,7 @@ void store(db::ParamIter& params, const std::string& name, const std::string& va
 
 // A scan of the characters: no pattern is compiled for each of the many stored entries.
 QStringList splitOnWhiteSpace(const QString& text) {
-    Parts parts;
+    WordViews parts;
     splitOnWhiteSpace(text, parts);
     QStringList words;
     words.reserve(parts.size());
@@ -205,7 +194,7 @@ QStringList parseStringList(const std::string& value) {
 
 IntListMap parseIntListMap(const std::string& value) {
     return parseSafely<IntListMap>(value, [](const std::string& text, IntListMap& out) {
-        forEachRecord(text, 1, [&](const Parts& parts) {
+        forEachRecord(text, 1, [&](const WordViews& parts) {
             QList<int> numbers;
             numbers.reserve(parts.size() - 1);
             for (int i = 1; i < parts.size(); ++i) {
@@ -218,7 +207,7 @@ IntListMap parseIntListMap(const std::string& value) {
 
 ReferenceMap parseReferenceMap(const std::string& value) {
     return parseSafely<ReferenceMap>(value, [](const std::string& text, ReferenceMap& out) {
-        forEachRecord(text, 2, [&](const Parts& parts) {
+        forEachRecord(text, 2, [&](const WordViews& parts) {
             appendParts(out[parts[0].toString()][toInt(parts[1])], parts, 2);
         });
     });
@@ -239,7 +228,7 @@ ReferenceMap readParamReferenceMap(const db::ParamIterConst& params, const std::
 StringListMap readParamStringListMap(const db::ParamIterConst& params, const std::string& name) {
     return readSafely<StringListMap>(params, name,
                                      [](const std::string& value, StringListMap& out) {
-                                         forEachRecord(value, 1, [&](const Parts& parts) {
+                                         forEachRecord(value, 1, [&](const WordViews& parts) {
                                              appendParts(out[parts[0].toString()], parts, 1);
                                          });
                                      });
