@@ -159,6 +159,14 @@ QStringList NetlistWriter::connectionDiagnostics(const SignalRecord* record) con
     return known->companions;
 }
 
+void NetlistWriter::diagnoseReceivingSignals() const {
+    for (const SignalRecord* record : qAsConst(signals)) {
+        if (isReceiving(*record)) {
+            diagnoses.insert(record, diagnose(record));
+        }
+    }
+}
+
 NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) const {
     const QString group = companionGroup(*record);
     if (group.isEmpty()) {

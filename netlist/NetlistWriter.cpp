@@ -117,6 +117,14 @@ void NetlistWriter::collectSelectedSignals() {
         }
     };
 
+    // The companion searches ask nothing of the host: they are made on a second thread while
+    // this one takes the stored keys.
+    const bool compliance = isComplianceEnabled();
+    std::future<void> searches;
+    if (compliance) {
+        searches = std::async(std::launch::async, [this] { diagnoseReceivingSignals(); });
+    }
+
     // A stored key whose signal has gone from the design is passed over without a word.
     for (const QString& key : qAsConst(stored.signalKeys)) {
         take(key);
@@ -133,7 +141,8 @@ void NetlistWriter::collectSelectedSignals() {
 
     // Compliance is judged on the receiving side: all of its signals take part, with their
     // companions, selected or not.
-    if (isComplianceEnabled()) {
+    if (compliance) {
+        searches.get();
         for (SignalRecord* record : qAsConst(signals)) {
             if (!isReceiving(*record)) {
                 continue;

@@ -72,6 +72,9 @@ private:
     // selection and the reference map ask for the same signals and warn alike; the search is
     // made once.
     QStringList connectionDiagnostics(const SignalRecord* record) const;
+    // Makes the search of every receiving signal without a word; the warnings come when
+    // connectionDiagnostics is asked.
+    void diagnoseReceivingSignals() const;
     Diagnosis diagnose(const SignalRecord* record) const;
     CompanionSearch searchCompanions(const SignalRecord* record) const;
     QStringList expectedReferenceKeys(const SignalRecord* record) const;
