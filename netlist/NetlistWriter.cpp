@@ -81,13 +81,15 @@ QByteArray NetlistWriter::writeBlock() {
         writeNodeRefMap(compliance);
         writeComplianceMap(compliance);
     }
-    block += dataAndMeasurements.get();
-    block += compliance;
+    // The sections around are put into the biggest one, not the other way round.
+    QByteArray whole = dataAndMeasurements.get();
+    whole.prepend(block);
+    whole += compliance;
 
     // The last line keeps its blank and loses its continuation.
-    block.chop(2);
-    block += "\n\n";
-    return block;
+    whole.chop(2);
+    whole += "\n\n";
+    return whole;
 }
 
 bool NetlistWriter::isComplianceEnabled() const {
