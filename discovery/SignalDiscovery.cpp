@@ -57,9 +57,11 @@ struct PortPlace {
     QString channelGroupKey;
 };
 
+// Only the dialog's records carry the texts of the signal trees: the group key and the display
+// name.
 std::unique_ptr<SignalRecord> makeRecord(const InstanceScan& scan, const PortPlace& place,
                                          const QString& refDes, const QString& label,
-                                         const QString& net) {
+                                         const QString& net, bool withTreeTexts) {
     auto record = std::make_unique<SignalRecord>();
     record->channel = place.channel;
     record->refDes = refDes;
@@ -72,15 +74,16 @@ std::unique_ptr<SignalRecord> makeRecord(const InstanceScan& scan, const PortPla
     record->instances.insert(scan.name, record->firstNodes(place.port, net));
     record->models = scan.models;
     record->nodeLabelDotted = QString(label).replace(' ', '.');
-    record->nodeName = refDes;
-    record->displayName = refDes;
-    if (!label.isEmpty()) {
-        record->nodeName = refDes % QLatin1Char('_') % record->nodeLabelDotted;
-        record->displayName = refDes % QLatin1String(" (") % label % QLatin1Char(')');
-    }
+    record->nodeName =
+        label.isEmpty() ? refDes : refDes % QLatin1Char('_') % record->nodeLabelDotted;
     record->channelGroupKey = place.channelGroupKey;
-    record->groupKey = record->channelGroupKey % QLatin1Char('_') % record->nodeName;
-    record->key = record->groupKey % QLatin1Char('_') % record->signalType % record->signalIndex;
+    record->key = record->channelGroupKey % QLatin1Char('_') % record->nodeName % QLatin1Char('_') %
+                  record->signalType % record->signalIndex;
+    if (withTreeTexts) {
+        record->groupKey = record->channelGroupKey % QLatin1Char('_') % record->nodeName;
+        record->displayName =
+            label.isEmpty() ? refDes : refDes % QLatin1String(" (") % label % QLatin1Char(')');
+    }
     return record;
 }
 
@@ -177,7 +180,7 @@ private:
         const QString net = withNets ? scan.nets.value(place.port) : QString();
         RecordList records;
         auto add = [&](const QString& refDes, const QString& label, const QString& recordNet) {
-            records.push_back(makeRecord(scan, place, refDes, label, recordNet));
+            records.push_back(makeRecord(scan, place, refDes, label, recordNet, !withNets));
         };
         if (scan.pinMode) {
             add(place.refDes, QString(), net);

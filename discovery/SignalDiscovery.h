@@ -14,7 +14,8 @@
 namespace LaneTapUI {
 
 // The two copies of the signal walk: the netlist writer's records carry nets, the dialog's carry
-// none (every net empty, no node suffixes, no pass over board nodes). Keys are the same in both.
+// none (every net empty, no node suffixes, no pass over board nodes). Keys are the same in both;
+// the texts only the signal trees show (group key, display name) are left empty by the netlist's.
 enum class DiscoveryKind { Netlist, Dialog };
 
 // Port name to the node names of a board description, in order.

@@ -46,14 +46,15 @@ struct SignalRecord {
     QString nodeLabelDotted;
     // refDes, then "_" and the dotted label when there is a label.
     QString nodeName;
-    // refDes, then " (label)" when there is a label.
+    // refDes, then " (label)" when there is a label. Empty in a netlist's records.
     QString displayName;
     // Instance name to its nodes on this signal.
     QHash<QString, InstanceNodes> instances;
     // Cell name to the names of its instances on this signal.
     QHash<QString, QStringList> models;
 
-    // signalType "_" channel "_" nodeName: the key of the node level of the signal trees.
+    // signalType "_" channel "_" nodeName: the key of the node level of the signal trees. Empty in
+    // a netlist's records.
     QString groupKey;
     // signalType "_" channel.
     QString channelGroupKey;
