@@ -83,7 +83,7 @@ QByteArray NetlistWriter::writeBlock() {
     }
     // The sections around are put into the biggest one, not the other way round.
     QByteArray whole = dataAndMeasurements.get();
-    whole.prepend(block);
+    whole.insert(0, block);
     whole += compliance;
 
     // The last line keeps its blank and loses its continuation.
