@@ -11,6 +11,10 @@ namespace LaneTapUI {
 
 namespace {
 
+// More than a signal's share of a block usually is: the text that becomes the block is reserved
+// once, so it does not grow by copies; what stays unwritten costs address space, not memory.
+constexpr int blockBytesPerSignal = 384;
+
 // The design that holds the probe; the walks see the whole of it.
 db::Design* designOf(const db::Instance* instance) {
     return instance ? instance->design : nullptr;
@@ -67,6 +71,7 @@ QByteArray NetlistWriter::writeBlock() {
     // are written on a second thread while this one writes the sections around them.
     auto dataAndMeasurements = std::async(std::launch::async, [this] {
         QByteArray text;
+        text.reserve(signals.size() * blockBytesPerSignal);
         writeNodeData(text);
         writeNodeMeasMap(text);
         return text;
