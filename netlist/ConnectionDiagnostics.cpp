@@ -148,15 +148,15 @@ QString NetlistWriter::describeMissingReference(const SignalRecord* record,
     return QString();
 }
 
-QStringList NetlistWriter::connectionDiagnostics(const SignalRecord* record) const {
-    auto known = diagnoses.constFind(record);
+const QStringList* NetlistWriter::connectionDiagnostics(const SignalRecord* record) const {
+    const auto known = diagnoses.constFind(record);
     if (known == diagnoses.constEnd()) {
-        known = diagnoses.insert(record, diagnose(record));
+        return nullptr;
     }
     if (!known->warning.isEmpty()) {
         NetlistText::reportWarning(known->warning);
     }
-    return known->companions;
+    return &known->companions;
 }
 
 void NetlistWriter::diagnoseReceivingSignals() const {

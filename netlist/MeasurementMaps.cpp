@@ -133,11 +133,12 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
 void NetlistWriter::writeNodeRefMap(QByteArray& text) const {
     int n = 1;
     for (const SignalRecord* record : signals) {
-        if (!isReceiving(*record)) {
+        const QStringList* companions = connectionDiagnostics(record);
+        if (!companions) {
             continue;
         }
         // A clock or a data mask is its own companion: its line holds its key twice.
-        for (const QString& reference : connectionDiagnostics(record)) {
+        for (const QString& reference : *companions) {
             if (signals.contains(reference)) {
                 NetlistText::appendListLine(text, "NodeRefMap", n++, {record->key, reference});
             }

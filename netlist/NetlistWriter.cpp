@@ -102,8 +102,8 @@ bool NetlistWriter::isComplianceEnabled() const {
            !controllerParameters->isDDRSimulation();
 }
 
-QString NetlistWriter::measurementCellForType(const QString& signalType) const {
-    // Asked for every signal, twice: the names are made once.
+const QString& NetlistWriter::measurementCellForType(const QString& signalType) const {
+    // Asked for every signal: the names are made once.
     static const QString controller = QString::fromLatin1(controllerCellName);
     static const QString memory = QString::fromLatin1(memoryCellName);
     const bool dataSignal = signalType == QLatin1String("DQ") || signalType == QLatin1String("DQS");
@@ -151,11 +151,12 @@ void NetlistWriter::collectSelectedSignals() {
     if (compliance) {
         searches.get();
         for (SignalRecord* record : qAsConst(signals)) {
-            if (!isReceiving(*record)) {
+            const QStringList* companions = connectionDiagnostics(record);
+            if (!companions) {
                 continue;
             }
             wanted.insert(record->key, record);
-            for (const QString& key : connectionDiagnostics(record)) {
+            for (const QString& key : *companions) {
                 take(key);
             }
         }

@@ -33,7 +33,7 @@ public:
     // Compliance is on when the probe stores it and the simulation is transient.
     bool isComplianceEnabled() const;
     // The receiving side of a signal type, on which compliance is judged.
-    QString measurementCellForType(const QString& signalType) const;
+    const QString& measurementCellForType(const QString& signalType) const;
     // Whether an instance of that side reaches the signal: compliance judges it there.
     bool isReceiving(const SignalRecord& record) const;
 
@@ -68,12 +68,11 @@ private:
     void writeComplianceMap(QByteArray& text) const;
     bool isComplianceGroupApplicable(const QString& group, const QList<int>& ids) const;
 
-    // Companions of a signal for its compliance tests, with a warning for those missing. The
-    // selection and the reference map ask for the same signals and warn alike; the search is
-    // made once.
-    QStringList connectionDiagnostics(const SignalRecord* record) const;
-    // Makes the search of every receiving signal without a word; the warnings come when
-    // connectionDiagnostics is asked.
+    // Companions of a receiving signal for its compliance tests, after the warning for those
+    // missing; null for a signal that is not receiving. The selection and the reference map ask
+    // for the same signals and warn alike; the search is made once, by diagnoseReceivingSignals.
+    const QStringList* connectionDiagnostics(const SignalRecord* record) const;
+    // Makes the search of every receiving signal without a word.
     void diagnoseReceivingSignals() const;
     Diagnosis diagnose(const SignalRecord* record) const;
     CompanionSearch searchCompanions(const SignalRecord* record) const;
@@ -89,7 +88,7 @@ private:
         IntListMap measurements;
     };
     StoredSelection stored;
-    // What connectionDiagnostics found, by record.
+    // What the search found, by receiving record.
     mutable QHash<const SignalRecord*, Diagnosis> diagnoses;
     // What searchCompanions found, by companion group.
     mutable QHash<QString, CompanionSearch> companionSearches;
