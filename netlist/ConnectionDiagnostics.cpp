@@ -168,6 +168,10 @@ void NetlistWriter::diagnoseReceivingSignals() const {
 }
 
 NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) const {
+    // Most command signals need no companion: there is nothing to search for.
+    if (requiredTypes(*record).isEmpty()) {
+        return Diagnosis();
+    }
     const QString group = companionGroup(*record);
     if (group.isEmpty()) {
         return diagnosisOf(*record, searchCompanions(record));
