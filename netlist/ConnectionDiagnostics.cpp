@@ -160,6 +160,8 @@ const QStringList* NetlistWriter::connectionDiagnostics(const SignalRecord* reco
 }
 
 void NetlistWriter::diagnoseReceivingSignals() const {
+    // Only looked up, never walked: its order does not matter, so it is sized once.
+    diagnoses.reserve(signals.size());
     for (const SignalRecord* record : qAsConst(signals)) {
         if (isReceiving(*record)) {
             diagnoses.insert(record, diagnose(record));
