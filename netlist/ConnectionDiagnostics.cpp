@@ -159,7 +159,7 @@ const QStringList* NetlistWriter::connectionDiagnostics(const SignalRecord* reco
     return &known->companions;
 }
 
-void NetlistWriter::diagnoseReceivingSignals() const {
+void NetlistWriter::diagnoseReceivingSignals() {
     // Only looked up, never walked: its order does not matter, so it is sized once.
     diagnoses.reserve(signals.size());
     for (const SignalRecord* record : qAsConst(signals)) {
@@ -169,7 +169,7 @@ void NetlistWriter::diagnoseReceivingSignals() const {
     }
 }
 
-NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) const {
+NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) {
     // Most command signals need no companion: there is nothing to search for.
     if (requiredTypes(*record).isEmpty()) {
         return Diagnosis();

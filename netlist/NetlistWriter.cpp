@@ -54,11 +54,12 @@ void NetlistWriter::discoverSignals() {
 }
 
 QByteArray NetlistWriter::writeBlock() {
-    QByteArray block = "\n#load \"python\",\"TDM_LaneTap\"\n";
+    // What comes before the node data: the load line, the first line up to the settings.
+    QByteArray head = "\n#load \"python\",\"TDM_LaneTap\"\n";
     const QString probeName = QString::fromStdString(db::get_instance_name(probeInstance));
-    block += "ComponentWithNodes:";
-    NetlistText::appendText(block, probeName);
-    block += ' ';
+    head += "ComponentWithNodes:";
+    NetlistText::appendText(head, probeName);
+    head += ' ';
 
     collectSelectedSignals();
     if (signals.isEmpty()) {
@@ -68,7 +69,8 @@ QByteArray NetlistWriter::writeBlock() {
     }
 
     // The node data and the measurement map ask nothing of the host and warn of nothing: they
-    // are written on a second thread while this one writes the sections around them.
+    // are written on a second thread while this one writes the sections around them. Theirs is
+    // the biggest text, and it becomes the block.
     auto dataAndMeasurements = std::async(std::launch::async, [this] {
         QByteArray text;
         text.reserve(signals.size() * blockBytesPerSignal);
@@ -77,24 +79,23 @@ QByteArray NetlistWriter::writeBlock() {
         return text;
     });
     // The node list ends in a blank, so the type continues the first line.
-    writeNodeList(block);
-    block += "Type=\"ModelExtractor\" Module=\"LaneTap\"";
-    block += NetlistText::lineContinuation;
-    NetlistText::appendText(block, writeSettingsBlock());
+    writeNodeList(head);
+    head += "Type=\"ModelExtractor\" Module=\"LaneTap\"";
+    head += NetlistText::lineContinuation;
+    NetlistText::appendText(head, writeSettingsBlock());
     QByteArray compliance;
     if (isComplianceEnabled()) {
         writeNodeRefMap(compliance);
         writeComplianceMap(compliance);
     }
-    // The sections around are put into the biggest one, not the other way round.
-    QByteArray whole = dataAndMeasurements.get();
-    whole.insert(0, block);
-    whole += compliance;
+    QByteArray block = dataAndMeasurements.get();
+    block.insert(0, head);
+    block += compliance;
 
     // The last line keeps its blank and loses its continuation.
-    whole.chop(2);
-    whole += "\n\n";
-    return whole;
+    block.chop(2);
+    block += "\n\n";
+    return block;
 }
 
 bool NetlistWriter::isComplianceEnabled() const {

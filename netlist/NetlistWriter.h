@@ -73,8 +73,8 @@ private:
     // for the same signals and warn alike; the search is made once, by diagnoseReceivingSignals.
     const QStringList* connectionDiagnostics(const SignalRecord* record) const;
     // Makes the search of every receiving signal without a word.
-    void diagnoseReceivingSignals() const;
-    Diagnosis diagnose(const SignalRecord* record) const;
+    void diagnoseReceivingSignals();
+    Diagnosis diagnose(const SignalRecord* record);
     CompanionSearch searchCompanions(const SignalRecord* record) const;
     QStringList expectedReferenceKeys(const SignalRecord* record) const;
     SignalRecordHash connectedReferences(const SignalRecord* record) const;
@@ -89,9 +89,9 @@ private:
     };
     StoredSelection stored;
     // What the search found, by receiving record.
-    mutable QHash<const SignalRecord*, Diagnosis> diagnoses;
+    QHash<const SignalRecord*, Diagnosis> diagnoses;
     // What searchCompanions found, by companion group.
-    mutable QHash<QString, CompanionSearch> companionSearches;
+    QHash<QString, CompanionSearch> companionSearches;
     // The discovered signals; this hash owns the records.
     SignalRecordHash signals;
     db::ParamIter* parameterIterator;

@@ -67,8 +67,7 @@ VALUE_HEADER* LaneTap_netlist_probe() {
     // The block is UTF-8 already; it goes to the host without another conversion.
     QByteArray result = writer->writeBlock();
     result.prepend("\n;Lane_Tap");
-    writerRelease() = std::async(std::launch::async, [released = std::move(writer)]() mutable {
-        released.reset();
-    });
+    writerRelease() = std::async(std::launch::async,
+                                 [released = std::move(writer)]() mutable { released.reset(); });
     return oval_create_string(result.constData());
 }
