@@ -148,7 +148,7 @@ QString NetlistWriter::describeMissingReference(const SignalRecord* record,
     return QString();
 }
 
-const QStringList* NetlistWriter::connectionDiagnostics(const SignalRecord* record) const {
+const QList<SignalRecord*>* NetlistWriter::connectionDiagnostics(const SignalRecord* record) const {
     const auto known = diagnoses.constFind(record);
     if (known == diagnoses.constEnd()) {
         return nullptr;
@@ -187,7 +187,7 @@ NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) {
 
 NetlistWriter::CompanionSearch NetlistWriter::searchCompanions(const SignalRecord* record) const {
     const SignalRecordHash connected = connectedReferences(record);
-    CompanionSearch search{connected.keys(), QStringList()};
+    CompanionSearch search{connected.values(), QStringList()};
     // Most signals have all they need; only a signal that misses some is looked at closer.
     const RequiredTypes types = requiredTypes(*record);
     const bool complete = std::all_of(types.cbegin(), types.cend(), [&](const QString& type) {

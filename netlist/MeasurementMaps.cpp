@@ -133,15 +133,14 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
 void NetlistWriter::writeNodeRefMap(QByteArray& text) const {
     int n = 1;
     for (const SignalRecord* record : signals) {
-        const QStringList* companions = connectionDiagnostics(record);
+        const QList<SignalRecord*>* companions = connectionDiagnostics(record);
         if (!companions) {
             continue;
         }
-        // A clock or a data mask is its own companion: its line holds its key twice.
-        for (const QString& reference : *companions) {
-            if (signals.contains(reference)) {
-                NetlistText::appendListLine(text, "NodeRefMap", n++, {record->key, reference});
-            }
+        // The selection took every companion of a receiving signal. A clock or a data mask is
+        // its own companion: its line holds its key twice.
+        for (const SignalRecord* companion : *companions) {
+            NetlistText::appendListLine(text, "NodeRefMap", n++, {record->key, companion->key});
         }
     }
 }

@@ -152,13 +152,13 @@ void NetlistWriter::collectSelectedSignals() {
     if (compliance) {
         searches.get();
         for (SignalRecord* record : qAsConst(signals)) {
-            const QStringList* companions = connectionDiagnostics(record);
+            const QList<SignalRecord*>* companions = connectionDiagnostics(record);
             if (!companions) {
                 continue;
             }
             wanted.insert(record->key, record);
-            for (const QString& key : *companions) {
-                take(key);
+            for (SignalRecord* companion : *companions) {
+                wanted.insert(companion->key, companion);
             }
         }
     }

@@ -42,14 +42,14 @@ public:
 
     // What the companion check found for a signal.
     struct Diagnosis {
-        QStringList companions;
+        QList<SignalRecord*> companions;
         // Empty when nothing is missing.
         QString warning;
     };
     // What it finds for every signal of a companion group: the companions, and the descriptions
     // of those missing, in the order the warning gives them.
     struct CompanionSearch {
-        QStringList companions;
+        QList<SignalRecord*> companions;
         QStringList missing;
     };
 
@@ -71,7 +71,7 @@ private:
     // Companions of a receiving signal for its compliance tests, after the warning for those
     // missing; null for a signal that is not receiving. The selection and the reference map ask
     // for the same signals and warn alike; the search is made once, by diagnoseReceivingSignals.
-    const QStringList* connectionDiagnostics(const SignalRecord* record) const;
+    const QList<SignalRecord*>* connectionDiagnostics(const SignalRecord* record) const;
     // Makes the search of every receiving signal without a word.
     void diagnoseReceivingSignals();
     Diagnosis diagnose(const SignalRecord* record);
