@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <tuple>
 
+#include "discovery/SignalDiscovery.h"
 #include "parameters/ControllerParameters.h"
 #include "parameters/ParamText.h"
 #include "parameters/PinName.h"
@@ -172,6 +173,22 @@ TEST(ComponentParameters, DesignatorsFollowTheRulesOfTheirCell) {
         EXPECT_EQ(read.dqsIndexByRefDes, dqsIndex);
     }
     EXPECT_FALSE(MemoryTxRxComponentParameters(nullptr).parametersRead);
+}
+
+TEST(BoardNodes, AreNamedUpToTheirDotAndRunOutQuietly) {
+    // A board description's ports, node counts and node names, and the nodes each port gets.
+    const std::tuple<const char*, const char*, const char*, EbdNodes> rows[] = {
+        {"DQ1 DQS_t0", "2 1", "a.1 .b c", {{"DQ1", {"a", "b"}}, {"DQS_t0", {"c"}}}},
+        {"DQ1 DQ2", "1 2", "a", {{"DQ1", {"a"}}, {"DQ2", {}}}},
+        {"DQ1 DQ2", "1", "a b", {{"DQ1", {"a"}}, {"DQ2", {}}}},
+    };
+    for (const auto& [ports, counts, names, nodes] : rows) {
+        SCOPED_TRACE(std::string(ports) + " / " + counts + " / " + names);
+        EXPECT_EQ(readEbdNodes(instanceOf("DDR_Memory", {{"IbisPinSelPort", ports},
+                                                         {"IbisPinSelEbdNodes", counts},
+                                                         {"IbisPinSelEbdNodesName", names}})),
+                  nodes);
+    }
 }
 
 TEST(ControllerParameters, SimulationSettingsIgnoreCaseAndOnlyAControllerHasThem) {
