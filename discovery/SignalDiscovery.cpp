@@ -1,6 +1,10 @@
 #include "discovery/SignalDiscovery.h"
 
+#include <QPair>
 #include <QStringBuilder>
+#include <QVarLengthArray>
+#include <string>
+#include <unordered_map>
 
 #include "catalogue/SignalTypes.h"
 #include "discovery/DesignWalk.h"
@@ -145,6 +149,35 @@ private:
         return *known;
     }
 
+    // A designator of the metadata, made once for each.
+    const QString& designator(const std::string& refDes) {
+        auto known = designators.find(refDes);
+        if (known == designators.end()) {
+            known = designators.emplace(refDes, QString::fromStdString(refDes)).first;
+        }
+        return known->second;
+    }
+
+    // "U2.N1": a node of a board description behind a designator, made once for each.
+    const QString& boardNodeDesignator(const QString& refDes, const QString& node) {
+        const QPair<QString, QString> place(refDes, node);
+        auto known = boardNodeDesignators.constFind(place);
+        if (known == boardNodeDesignators.constEnd()) {
+            known = boardNodeDesignators.insert(place, refDes % QLatin1Char('.') % node);
+        }
+        return *known;
+    }
+
+    // "DQ_Ch0": a family on a channel, the key of a channel level of the signal trees.
+    const QString& channelGroupKey(const QString& group, std::uint32_t channel) {
+        const QPair<QString, std::uint32_t> place(group, channel);
+        auto known = channelGroupKeys.constFind(place);
+        if (known == channelGroupKeys.constEnd()) {
+            known = channelGroupKeys.insert(place, group % QLatin1Char('_') % channelName(channel));
+        }
+        return *known;
+    }
+
     // "Ch0" for channel 0, made once for each channel.
     const QString& channelName(std::uint32_t channel) {
         auto known = channelNames.constFind(channel);
@@ -168,14 +201,14 @@ private:
 
     RecordList recordsForPort(const InstanceScan& scan, const DDRBusPlanner::DDRPortInfo& port,
                               const SignalName& signal, const QString& portName) {
-        PortPlace place{channelName(port.get_channel_id()),
-                        QString::fromStdString(port.get_ref_des()),
+        const std::uint32_t channel = port.get_channel_id();
+        PortPlace place{channelName(channel),
+                        designator(port.get_ref_des()),
                         signal.id,
                         QString::fromStdString(port.get_pin_name()),
                         portName,
                         signal.parts,
-                        {}};
-        place.channelGroupKey = place.parts.group % QLatin1Char('_') % place.channel;
+                        channelGroupKey(signal.parts.group, channel)};
         const bool probed = controller.isProbedInstance(signal.family, scan.cell);
         const QString net = withNets ? scan.nets.value(place.port) : QString();
         RecordList records;
@@ -192,9 +225,9 @@ private:
             }
             return records;
         }
-        QStringList nodeRefDes = scan.ebdNodes.value(place.port);
-        for (QString& node : nodeRefDes) {
-            node = place.refDes % QLatin1Char('.') % node;
+        QVarLengthArray<QString, 4> nodeRefDes;
+        for (const QString& node : scan.ebdNodes.value(place.port)) {
+            nodeRefDes.append(boardNodeDesignator(place.refDes, node));
         }
         add(place.refDes, QString(), net);
         for (int i = 0; i < nodeRefDes.size(); ++i) {
@@ -276,6 +309,9 @@ private:
     mutable QStringList ebdSuffixes[3];
     QHash<quint64, SignalName> signalNames;
     QHash<std::uint32_t, QString> channelNames;
+    std::unordered_map<std::string, QString> designators;
+    QHash<QPair<QString, QString>, QString> boardNodeDesignators;
+    QHash<QPair<QString, std::uint32_t>, QString> channelGroupKeys;
 };
 
 // The node is the name up to its first dot, leading dots passed over.
