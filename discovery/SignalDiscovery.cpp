@@ -20,6 +20,16 @@ const QString rxLabel = QStringLiteral("Rx Output");
 
 using RecordList = std::vector<std::unique_ptr<SignalRecord>>;
 
+// The entry of `cache` for `key`, made by `make` the first time it is asked for.
+template <typename Cache, typename Key, typename Make>
+const typename Cache::mapped_type& madeOnce(Cache& cache, const Key& key, const Make& make) {
+    auto known = cache.constFind(key);
+    if (known == cache.constEnd()) {
+        known = cache.insert(key, make());
+    }
+    return *known;
+}
+
 // A net with a suffix for a place behind the pin; an empty net stays empty.
 QString suffixed(const QString& net, const QString& suffix) {
     return net.isEmpty() ? net : net + suffix;
@@ -139,14 +149,11 @@ private:
     const SignalName& signalName(const DDRBusPlanner::DDRSignalID& id) {
         const int type = id.get_signal_id_type();
         const quint64 code = quint64(quint32(type)) << 32 | quint32(id.index);
-        auto known = signalNames.constFind(code);
-        if (known == signalNames.constEnd()) {
+        return madeOnce(signalNames, code, [&] {
             const QString family = signalTypeName(type);
             const QString signalId = family + QString::number(id.index);
-            known = signalNames.insert(
-                code, {family, isPowerOrUnknown(family), signalId, splitPinName(signalId)});
-        }
-        return *known;
+            return SignalName{family, isPowerOrUnknown(family), signalId, splitPinName(signalId)};
+        });
     }
 
     // A designator of the metadata, made once for each.
@@ -160,31 +167,22 @@ private:
 
     // "U2.N1": a node of a board description behind a designator, made once for each.
     const QString& boardNodeDesignator(const QString& refDes, const QString& node) {
-        const QPair<QString, QString> place(refDes, node);
-        auto known = boardNodeDesignators.constFind(place);
-        if (known == boardNodeDesignators.constEnd()) {
-            known = boardNodeDesignators.insert(place, refDes % QLatin1Char('.') % node);
-        }
-        return *known;
+        return madeOnce(boardNodeDesignators, qMakePair(refDes, node),
+                        [&]() -> QString { return refDes % QLatin1Char('.') % node; });
     }
 
     // "DQ_Ch0": a family on a channel, the key of a channel level of the signal trees.
     const QString& channelGroupKey(const QString& group, std::uint32_t channel) {
-        const QPair<QString, std::uint32_t> place(group, channel);
-        auto known = channelGroupKeys.constFind(place);
-        if (known == channelGroupKeys.constEnd()) {
-            known = channelGroupKeys.insert(place, group % QLatin1Char('_') % channelName(channel));
-        }
-        return *known;
+        return madeOnce(channelGroupKeys, qMakePair(group, channel), [&]() -> QString {
+            return group % QLatin1Char('_') % channelName(channel);
+        });
     }
 
     // "Ch0" for channel 0, made once for each channel.
     const QString& channelName(std::uint32_t channel) {
-        auto known = channelNames.constFind(channel);
-        if (known == channelNames.constEnd()) {
-            known = channelNames.insert(channel, QStringLiteral("Ch") + QString::number(channel));
-        }
-        return *known;
+        return madeOnce(channelNames, channel, [&]() -> QString {
+            return QStringLiteral("Ch") + QString::number(channel);
+        });
     }
 
     static bool isPowerOrUnknown(const QString& family) {
