@@ -54,7 +54,7 @@ void NetlistWriter::discoverSignals() {
 }
 
 QByteArray NetlistWriter::writeBlock() {
-    // What comes before the node data: the load line, the first line up to the settings.
+    // What comes before the node data: the load line, then the node list and the settings.
     QByteArray head = "\n#load \"python\",\"TDM_LaneTap\"\n";
     const QString probeName = QString::fromStdString(db::get_instance_name(probeInstance));
     head += "ComponentWithNodes:";
