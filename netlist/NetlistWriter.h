@@ -37,9 +37,6 @@ public:
     // Whether an instance of that side reaches the signal: compliance judges it there.
     bool isReceiving(const SignalRecord& record) const;
 
-    // The signals the block is about: everything discovered, then the selection.
-    const SignalRecordHash& signalHash() const { return signals; }
-
     // What the companion check found for a signal.
     struct Diagnosis {
         QList<SignalRecord*> companions;
