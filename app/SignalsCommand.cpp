@@ -96,7 +96,7 @@ QJsonObject recordJson(const SignalRecord& record) {
     const QHash<QString, QString> cells = cellsOf(record);
     QJsonArray instances;
     for (const QString& name : naturallySorted(record.instances.keys())) {
-        const InstanceNodes& nodes = record.instances.value(name);
+        const InstanceNodes& nodes = *record.instances.find(name);
         instances.append(QJsonObject{{"name", name},
                                      {"cell", cells.value(name)},
                                      {"single", nodes.single},
@@ -133,7 +133,7 @@ QString nodeText(const QString& port, const QString& net) {
 QString instancesText(const SignalRecord& record) {
     QStringList parts;
     for (const QString& name : naturallySorted(record.instances.keys())) {
-        const InstanceNodes& nodes = record.instances.value(name);
+        const InstanceNodes& nodes = *record.instances.find(name);
         QString part = name + " " + nodeText(nodes.pPort, nodes.pNet);
         if (!nodes.single) {
             part += " " + nodeText(nodes.nPort, nodes.nNet);

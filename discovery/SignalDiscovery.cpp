@@ -18,8 +18,6 @@ namespace {
 const QString dieLabel = QStringLiteral("Die");
 const QString rxLabel = QStringLiteral("Rx Output");
 
-using RecordList = std::vector<std::unique_ptr<SignalRecord>>;
-
 // The entry of `cache` for `key`, made by `make` the first time it is asked for.
 template <typename Cache, typename Key, typename Make>
 const typename Cache::mapped_type& madeOnce(Cache& cache, const Key& key, const Make& make) {
@@ -131,7 +129,7 @@ public:
                 continue;
             }
             const QString portName = QString::fromStdString(port->get_port_name());
-            addRecords(recordsForPort(scan, *port, signal, portName), scan, portName);
+            addPortRecords(scan, *port, signal, portName);
         }
     }
 
@@ -197,8 +195,9 @@ private:
         return false;
     }
 
-    RecordList recordsForPort(const InstanceScan& scan, const DDRBusPlanner::DDRPortInfo& port,
-                              const SignalName& signal, const QString& portName) {
+    // Makes the records of one port and adds each to the hash as it is made.
+    void addPortRecords(const InstanceScan& scan, const DDRBusPlanner::DDRPortInfo& port,
+                        const SignalName& signal, const QString& portName) {
         const std::uint32_t channel = port.get_channel_id();
         PortPlace place{channelName(channel),
                         designator(port.get_ref_des()),
@@ -208,10 +207,11 @@ private:
                         signal.parts,
                         channelGroupKey(signal.parts.group, channel)};
         const bool probed = controller.isProbedInstance(signal.family, scan.cell);
+        const bool connected = scan.nets.contains(place.port);
         const QString net = withNets ? scan.nets.value(place.port) : QString();
-        RecordList records;
         auto add = [&](const QString& refDes, const QString& label, const QString& recordNet) {
-            records.push_back(makeRecord(scan, place, refDes, label, recordNet, !withNets));
+            addRecord(makeRecord(scan, place, refDes, label, recordNet, !withNets), scan,
+                      place.port, connected, net);
         };
         if (scan.pinMode) {
             add(place.refDes, QString(), net);
@@ -221,7 +221,7 @@ private:
             if (probed) {
                 add(place.refDes, rxLabel, suffixed(net, QStringLiteral("_DQRxOut")));
             }
-            return records;
+            return;
         }
         QVarLengthArray<QString, 4> nodeRefDes;
         for (const QString& node : scan.ebdNodes.value(place.port)) {
@@ -238,33 +238,30 @@ private:
                 }
             }
         }
-        return records;
     }
 
-    void addRecords(RecordList records, const InstanceScan& scan, const QString& port) {
-        const bool connected = scan.nets.contains(port);
-        const QString net = withNets ? scan.nets.value(port) : QString();
-        for (std::unique_ptr<SignalRecord>& record : records) {
-            auto existing = signals.find(record->key);
-            if (existing == signals.end()) {
-                if (connected) {
-                    // The key is read before the release: argument order is unspecified.
-                    SignalRecord* released = record.release();
-                    signals.insert(released->key, released);
-                }
-                continue;
-            }
-            SignalRecord* known = existing.value();
+    // A record of a connected port is new or adds its node to the record of its key.
+    void addRecord(std::unique_ptr<SignalRecord> record, const InstanceScan& scan,
+                   const QString& port, bool connected, const QString& net) {
+        auto existing = signals.find(record->key);
+        if (existing == signals.end()) {
             if (connected) {
-                addNodes(*known, *record, scan, port, net);
-            } else if (known->instances.contains(scan.name)) {
-                // The other half of this pair was connected, this one is not: drop the pair.
-                meridian_report_warning("Only one node of differential signal '" +
-                                        known->key.toStdString() + "' for instance " +
-                                        scan.name.toStdString() + " is connected. Ignoring it.\n");
-                signals.erase(existing);
-                delete known;
+                // The key is read before the release: argument order is unspecified.
+                SignalRecord* released = record.release();
+                signals.insert(released->key, released);
             }
+            return;
+        }
+        SignalRecord* known = existing.value();
+        if (connected) {
+            addNodes(*known, *record, scan, port, net);
+        } else if (known->instances.contains(scan.name)) {
+            // The other half of this pair was connected, this one is not: drop the pair.
+            meridian_report_warning("Only one node of differential signal '" +
+                                    known->key.toStdString() + "' for instance " +
+                                    scan.name.toStdString() + " is connected. Ignoring it.\n");
+            signals.erase(existing);
+            delete known;
         }
     }
 

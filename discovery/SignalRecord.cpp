@@ -7,6 +7,48 @@
 
 namespace LaneTapUI {
 
+const InstanceNodes* InstanceNodesHash::find(const QString& name) const {
+    if (!hashed.isEmpty()) {
+        const auto found = hashed.constFind(name);
+        return found == hashed.constEnd() ? nullptr : &found.value();
+    }
+    return hasOnly && onlyName == name ? &onlyNodes : nullptr;
+}
+
+InstanceNodes* InstanceNodesHash::find(const QString& name) {
+    return const_cast<InstanceNodes*>(qAsConst(*this).find(name));
+}
+
+void InstanceNodesHash::insert(const QString& name, const InstanceNodes& nodes) {
+    if (!hasOnly) {
+        hasOnly = true;
+        onlyName = name;
+        onlyNodes = nodes;
+        return;
+    }
+    if (hashed.isEmpty()) {
+        hashed.insert(onlyName, onlyNodes);
+        onlyName.clear();
+        onlyNodes = InstanceNodes();
+    }
+    hashed.insert(name, nodes);
+}
+
+QStringList InstanceNodesHash::keys() const {
+    if (!hashed.isEmpty()) {
+        return hashed.keys();
+    }
+    return hasOnly ? QStringList{onlyName} : QStringList();
+}
+
+const InstanceNodes& InstanceNodesHash::first() const {
+    return hashed.isEmpty() ? onlyNodes : hashed.cbegin().value();
+}
+
+const QString& InstanceNodesHash::firstKey() const {
+    return hashed.isEmpty() ? onlyName : hashed.cbegin().key();
+}
+
 void SignalRecord::addMeasurement(const QString& name) {
     if (measurements.contains(name)) {
         return;
@@ -96,9 +138,9 @@ bool SignalRecord::allMeasurementsReferenced() const {
 QString SignalRecord::instanceNames() const {
     // Most signals reach one instance: its name is shared, not joined.
     if (instances.size() == 1) {
-        return instances.cbegin().key();
+        return instances.firstKey();
     }
-    return QStringList(instances.keys()).join(QStringLiteral(", "));
+    return instances.keys().join(QStringLiteral(", "));
 }
 
 void SignalRecord::addWlRefSignal(SignalRecord* reference) {
@@ -137,14 +179,14 @@ InstanceNodes SignalRecord::firstNodes(const QString& port, const QString& net) 
 
 void SignalRecord::addInstanceNode(const QString& instance, const QString& cell,
                                    const QString& port, const QString& net) {
-    auto existing = instances.find(instance);
-    if (existing == instances.end()) {
+    InstanceNodes* existing = instances.find(instance);
+    if (!existing) {
         instances.insert(instance, firstNodes(port, net));
         models[cell].append(instance);
         return;
     }
     const bool dieNode = nodeLabel.endsWith(QLatin1String("Die"));
-    InstanceNodes& nodes = existing.value();
+    InstanceNodes& nodes = *existing;
     if (polarity == QLatin1String("c")) {
         nodes.pPort = port;
         nodes.pNet = net;

@@ -18,6 +18,33 @@ struct InstanceNodes {
     QString nNet;
 };
 
+// Instance name to its nodes on one signal, walked in the order a QHash of them gives. Almost
+// every signal reaches one instance, and a board has tens of thousands of signals: the one entry
+// is held in place, and a QHash is made, in the same order of insertion, for a second.
+class InstanceNodesHash {
+public:
+    int size() const { return hashed.isEmpty() ? int(hasOnly) : hashed.size(); }
+    bool isEmpty() const { return size() == 0; }
+    bool contains(const QString& name) const { return find(name) != nullptr; }
+    // The entry of an instance, or null.
+    const InstanceNodes* find(const QString& name) const;
+    InstanceNodes* find(const QString& name);
+    // Adds the entry of an instance not in the hash yet.
+    void insert(const QString& name, const InstanceNodes& nodes);
+    // The names and the first entry, in the hash's order; an empty hash's first entry has no
+    // nodes.
+    QStringList keys() const;
+    const InstanceNodes& first() const;
+    const QString& firstKey() const;
+
+private:
+    bool hasOnly = false;
+    QString onlyName;
+    InstanceNodes onlyNodes;
+    // Every entry once there are two.
+    QHash<QString, InstanceNodes> hashed;
+};
+
 struct SignalRecord;
 using SignalRecordHash = QHash<QString, SignalRecord*>;
 
@@ -49,7 +76,7 @@ struct SignalRecord {
     // refDes, then " (label)" when there is a label. Empty in a netlist's records.
     QString displayName;
     // Instance name to its nodes on this signal.
-    QHash<QString, InstanceNodes> instances;
+    InstanceNodesHash instances;
     // Cell name to the names of its instances on this signal.
     QHash<QString, QStringList> models;
 

@@ -24,9 +24,7 @@ using WatchedNodes = QVarLengthArray<WatchedNode, 2>;
 WatchedNodes watchedNodes(const SignalRecord& record, bool reportAbsent) {
     WatchedNodes nodes;
     // A signal that two instances reach is written through whichever the hash gives first.
-    static const InstanceNodes none;
-    const InstanceNodes& entry =
-        record.instances.isEmpty() ? none : record.instances.cbegin().value();
+    const InstanceNodes& entry = record.instances.first();
     const bool differential = record.polarity != QLatin1String("s");
 
     // The receiver output of a pair is one single-ended node, whichever slot holds its net. A

@@ -191,6 +191,54 @@ TEST(BoardNodes, AreNamedUpToTheirDotAndRunOutQuietly) {
     }
 }
 
+// Two names that a QHash walks in the order they were inserted, whichever comes first: only then
+// does the order of insertion show.
+QStringList namesInOneChain() {
+    for (int i = 1;; ++i) {
+        const QString first = "M" + QString::number(i);
+        const QString second = "M" + QString::number(i + 1);
+        QHash<QString, int> forward{{first, 0}};
+        forward.insert(second, 0);
+        QHash<QString, int> backward{{second, 0}};
+        backward.insert(first, 0);
+        if (forward.keys() != backward.keys()) {
+            return {first, second};
+        }
+    }
+}
+
+TEST(InstanceNodesHash, WalksAndFindsLikeAQHashOfTheSameEntries) {
+    // Names in the order they reach a signal; the netlist writes through the first in hash order.
+    const QStringList chain = namesInOneChain();
+    const QStringList rows[] = {
+        {},
+        {"M1"},
+        chain,
+        {chain[1], chain[0]},
+        {chain[1], chain[0], "X"},
+        {"U7", "M1", "X", "M10", "M2", "AB", "M11", "Q3", "M0", "Z9", "M5", "M4"},
+    };
+    for (const QStringList& names : rows) {
+        SCOPED_TRACE(names.join(' ').toStdString());
+        InstanceNodesHash hash;
+        QHash<QString, InstanceNodes> reference;
+        for (const QString& name : names) {
+            const InstanceNodes nodes{false, name + "_port", name + "_net", {}, {}};
+            hash.insert(name, nodes);
+            reference.insert(name, nodes);
+        }
+        EXPECT_EQ(hash.size(), reference.size());
+        EXPECT_EQ(hash.keys(), reference.keys());
+        EXPECT_EQ(hash.first().pNet, reference.isEmpty() ? QString() : reference.cbegin()->pNet);
+        EXPECT_EQ(hash.firstKey(), reference.isEmpty() ? QString() : reference.cbegin().key());
+        for (const QString& name : names) {
+            ASSERT_TRUE(hash.contains(name));
+            EXPECT_EQ(hash.find(name)->pNet, name + "_net");
+        }
+        EXPECT_FALSE(hash.contains("M3"));
+    }
+}
+
 TEST(ControllerParameters, SimulationSettingsIgnoreCaseAndOnlyAControllerHasThem) {
     const standin::ParameterValues ddrRead{{"DataMode", "Read"},
                                            {"SimulationMode", "DDR"},
