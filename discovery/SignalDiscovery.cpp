@@ -128,7 +128,7 @@ public:
             if (signal.skipped) {
                 continue;
             }
-            const QString portName = QString::fromStdString(port->get_port_name());
+            const QString& portName = hostText(port->get_port_name());
             addPortRecords(scan, *port, signal, portName);
         }
     }
@@ -154,11 +154,12 @@ private:
         });
     }
 
-    // A designator of the metadata, made once for each.
-    const QString& designator(const std::string& refDes) {
-        auto known = designators.find(refDes);
-        if (known == designators.end()) {
-            known = designators.emplace(refDes, QString::fromStdString(refDes)).first;
+    // A designator, pin or port name of the metadata: a board repeats them on every part, and
+    // each is made once.
+    const QString& hostText(const std::string& text) {
+        auto known = hostTexts.find(text);
+        if (known == hostTexts.end()) {
+            known = hostTexts.emplace(text, QString::fromStdString(text)).first;
         }
         return known->second;
     }
@@ -200,9 +201,9 @@ private:
                         const SignalName& signal, const QString& portName) {
         const std::uint32_t channel = port.get_channel_id();
         PortPlace place{channelName(channel),
-                        designator(port.get_ref_des()),
+                        hostText(port.get_ref_des()),
                         signal.id,
-                        QString::fromStdString(port.get_pin_name()),
+                        hostText(port.get_pin_name()),
                         portName,
                         signal.parts,
                         channelGroupKey(signal.parts.group, channel)};
@@ -304,13 +305,13 @@ private:
     mutable QStringList ebdSuffixes[3];
     QHash<quint64, SignalName> signalNames;
     QHash<std::uint32_t, QString> channelNames;
-    std::unordered_map<std::string, QString> designators;
+    std::unordered_map<std::string, QString> hostTexts;
     QHash<QPair<QString, QString>, QString> boardNodeDesignators;
     QHash<QPair<QString, std::uint32_t>, QString> channelGroupKeys;
 };
 
 // The node is the name up to its first dot, leading dots passed over.
-QString nodeOfName(QStringView name) {
+QStringView nodeOfName(QStringView name) {
     int start = 0;
     while (start < name.size() && name[start] == QLatin1Char('.')) {
         ++start;
@@ -319,7 +320,7 @@ QString nodeOfName(QStringView name) {
     while (end < name.size() && name[end] != QLatin1Char('.')) {
         ++end;
     }
-    return name.mid(start, end - start).toString();
+    return name.mid(start, end - start);
 }
 
 QString oaNetName(OpenAccess_4::oaBitNet* net) {
@@ -377,13 +378,17 @@ EbdNodes readEbdNodes(db::Instance* instance) {
     splitOnWhiteSpace(portText, ports);
     splitOnWhiteSpace(countText, counts);
     splitOnWhiteSpace(nameText, names);
+    // Every port of a part names the same few nodes: each is made once.
+    QHash<QStringView, QString> nodeNames;
     int next = 0;
     for (int i = 0; i < ports.size(); ++i) {
         // The three lists are trusted to match; a short list simply runs out here.
-        const int count = i < counts.size() ? counts[i].toInt() : 0;
+        const int count = i < counts.size() ? wordToInt(counts[i]) : 0;
         QStringList portNodes;
+        portNodes.reserve(qBound(0, count, names.size() - next));
         for (int n = 0; n < count && next < names.size(); ++n) {
-            portNodes << nodeOfName(names[next++]);
+            const QStringView node = nodeOfName(names[next++]);
+            portNodes << madeOnce(nodeNames, node, [&] { return node.toString(); });
         }
         nodes.insert(ports[i].toString(), portNodes);
     }

@@ -105,6 +105,26 @@ void splitOnWhiteSpace(QStringView text, WordViews& parts) {
     }
 }
 
+// A stored map holds tens of thousands of small numbers: a plain run of digits is read here, any
+// other word as Qt reads it.
+int wordToInt(QStringView word) {
+    const bool hasSign =
+        !word.isEmpty() && (word[0] == QLatin1Char('-') || word[0] == QLatin1Char('+'));
+    const QStringView digits = word.mid(hasSign ? 1 : 0);
+    constexpr int plainDigits = 9;
+    if (digits.isEmpty() || digits.size() > plainDigits) {
+        return word.toInt(nullptr, 10);
+    }
+    int value = 0;
+    for (const QChar c : digits) {
+        if (c < QLatin1Char('0') || c > QLatin1Char('9')) {
+            return word.toInt(nullptr, 10);
+        }
+        value = value * 10 + (c.unicode() - '0');
+    }
+    return word[0] == QLatin1Char('-') ? -value : value;
+}
+
 namespace {
 
 // Calls `visit` with the white-space separated parts of each entry that has at least `minimum`.
@@ -118,26 +138,6 @@ void forEachRecord(const std::string& value, int minimum, Visit visit) {
             visit(parts);
         }
     });
-}
-
-// A stored map holds tens of thousands of small numbers: a plain run of digits is read here, any
-// other token as Qt reads it.
-int toInt(QStringView token) {
-    const bool hasSign =
-        !token.isEmpty() && (token[0] == QLatin1Char('-') || token[0] == QLatin1Char('+'));
-    const QStringView digits = token.mid(hasSign ? 1 : 0);
-    constexpr int plainDigits = 9;
-    if (digits.isEmpty() || digits.size() > plainDigits) {
-        return token.toInt(nullptr, 10);
-    }
-    int value = 0;
-    for (const QChar c : digits) {
-        if (c < QLatin1Char('0') || c > QLatin1Char('9')) {
-            return token.toInt(nullptr, 10);
-        }
-        value = value * 10 + (c.unicode() - '0');
-    }
-    return token[0] == QLatin1Char('-') ? -value : value;
 }
 
 void appendParts(QStringList& names, const WordViews& parts, int from) {
@@ -198,7 +198,7 @@ IntListMap parseIntListMap(const std::string& value) {
             QList<int> numbers;
             numbers.reserve(parts.size() - 1);
             for (int i = 1; i < parts.size(); ++i) {
-                numbers.append(toInt(parts[i]));
+                numbers.append(wordToInt(parts[i]));
             }
             out.insert(parts[0].toString(), numbers);
         });
@@ -208,7 +208,7 @@ IntListMap parseIntListMap(const std::string& value) {
 ReferenceMap parseReferenceMap(const std::string& value) {
     return parseSafely<ReferenceMap>(value, [](const std::string& text, ReferenceMap& out) {
         forEachRecord(text, 2, [&](const WordViews& parts) {
-            appendParts(out[parts[0].toString()][toInt(parts[1])], parts, 2);
+            appendParts(out[parts[0].toString()][wordToInt(parts[1])], parts, 2);
         });
     });
 }

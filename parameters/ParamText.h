@@ -28,6 +28,8 @@ QStringList splitOnWhiteSpace(const QString& text);
 // The same parts as views into `text`, for readers that make strings of only some of them.
 using WordViews = QVarLengthArray<QStringView, 16>;
 void splitOnWhiteSpace(QStringView text, WordViews& words);
+// A word as QStringView::toInt reads it in base 10, without a copy for a plain run of digits.
+int wordToInt(QStringView word);
 
 // The stored bytes, or an empty string.
 std::string readParamString(const db::ParamIterConst& params, const std::string& name);

@@ -35,21 +35,23 @@ public:
 
 namespace OpenAccess_4 {
 
-oaString::oaString() : text(copyText("")) {}
+// An empty string or name holds no text of its own: a netlist call makes two of them for every
+// terminal of a board.
+oaString::oaString() : text(nullptr) {}
 oaString::~oaString() { delete[] text; }
 void oaString::assign(const char* value) {
     delete[] text;
     text = copyText(value);
 }
-oaString::operator const char*() const { return text; }
+oaString::operator const char*() const { return text ? text : ""; }
 
-oaName::oaName() : text(copyText("")) {}
+oaName::oaName() : text(nullptr) {}
 oaName::~oaName() { delete[] text; }
 void oaName::assign(const char* value) {
     delete[] text;
     text = copyText(value);
 }
-void oaName::get(oaString& out) const { out.assign(text); }
+void oaName::get(oaString& out) const { out.assign(text ? text : ""); }
 
 oaBitNet* oaNet::getBit(unsigned bitIndex) const {
     auto* self = static_cast<const standin::OaNet*>(this);
