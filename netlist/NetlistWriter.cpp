@@ -1,6 +1,9 @@
 #include "netlist/NetlistWriter.h"
 
+#include <sys/mman.h>
+
 #include <QtAlgorithms>
+#include <cstdint>
 #include <future>
 
 #include "discovery/SignalDiscovery.h"
@@ -14,6 +17,34 @@ namespace {
 // More than a signal's share of a block usually is: the text that becomes the block is reserved
 // once, so it does not grow by copies; what stays unwritten costs address space, not memory.
 constexpr int blockBytesPerSignal = 384;
+
+// Applies `advice` to the whole pages of `size` bytes from `begin`. Where the system has no such
+// advice, nothing is done, and the writes fault the pages in as they come.
+void advisePages(const char* begin, std::size_t size, int advice) {
+    constexpr std::uintptr_t page = 4096;
+    const auto start = reinterpret_cast<std::uintptr_t>(begin);
+    const std::uintptr_t first = (start + page - 1) & ~(page - 1);
+    const std::uintptr_t end = (start + size) & ~(page - 1);
+    if (end > first) {
+        madvise(reinterpret_cast<void*>(first), end - first, advice);
+    }
+}
+
+// The reserved text of a block is made resident in one call before it is written: a board's block
+// is thousands of pages, and each would otherwise cost a fault at its first write. What stays
+// unwritten is given back when the block is done.
+void makeResident(QByteArray& text) {
+#ifdef MADV_POPULATE_WRITE
+    advisePages(text.constData(), std::size_t(text.capacity()), MADV_POPULATE_WRITE);
+#else
+    Q_UNUSED(text);
+#endif
+}
+
+void releaseUnwritten(const QByteArray& text) {
+    advisePages(text.constData() + text.size(), std::size_t(text.capacity() - text.size()),
+                MADV_DONTNEED);
+}
 
 // The design that holds the probe; the walks see the whole of it.
 db::Design* designOf(const db::Instance* instance) {
@@ -74,6 +105,7 @@ QByteArray NetlistWriter::writeBlock() {
     auto dataAndMeasurements = std::async(std::launch::async, [this] {
         QByteArray text;
         text.reserve(signals.size() * blockBytesPerSignal);
+        makeResident(text);
         writeNodeData(text);
         writeNodeMeasMap(text);
         return text;
@@ -95,6 +127,7 @@ QByteArray NetlistWriter::writeBlock() {
     // The last line keeps its blank and loses its continuation.
     block.chop(2);
     block += "\n\n";
+    releaseUnwritten(block);
     return block;
 }
 
