@@ -51,6 +51,10 @@ using SignalRecordHash = QHash<QString, SignalRecord*>;
 // One logical signal at one place of the design; a differential pair is one record. Records are
 // owned by one signal hash and shared by pointer with every other hash.
 struct SignalRecord {
+    // Records made by `new` come from the record pool.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* record, std::size_t size);
+
     // "DQ_Ch0_U1_DQ3", "DQ_Ch0_U1_Die_DQ3", "DQ_Ch0_U1_Rx.Output_DQ3", "DQ_Ch0_U1.node_DQ3".
     QString key;
     // "Ch0".

@@ -4,10 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <QSet>
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <tuple>
+#include <vector>
 
+#include "discovery/RecordPool.h"
 #include "discovery/SignalDiscovery.h"
 #include "parameters/ControllerParameters.h"
 #include "parameters/ParamText.h"
@@ -237,6 +240,31 @@ TEST(InstanceNodesHash, WalksAndFindsLikeAQHashOfTheSameEntries) {
         }
         EXPECT_FALSE(hash.contains("M3"));
     }
+}
+
+TEST(RecordPool, RecordsKeepTheirOwnPlaceAndEmptySlabsGoBack) {
+    const int slabsBefore = RecordPool::slabCount();
+    // Enough records for several slabs; each carries its own number in its key.
+    std::vector<std::unique_ptr<SignalRecord>> records;
+    for (int i = 0; i < 12000; ++i) {
+        records.push_back(std::make_unique<SignalRecord>());
+        records.back()->key = QString::number(i);
+    }
+    const int slabsFull = RecordPool::slabCount();
+    EXPECT_GE(slabsFull - slabsBefore, 2);
+    // The first records given back empty the first slab; a record kept holds its slab.
+    records.erase(records.begin(), records.begin() + 6000);
+    EXPECT_LT(RecordPool::slabCount(), slabsFull);
+    for (int i = 0; i < int(records.size()); ++i) {
+        ASSERT_EQ(records[i]->key, QString::number(6000 + i));
+    }
+    // With every record back only the slab being cut from stays, and it is cut again from its
+    // start.
+    const SignalRecord* last = records.back().get();
+    records.clear();
+    EXPECT_LE(RecordPool::slabCount(), std::max(slabsBefore, 1));
+    auto again = std::make_unique<SignalRecord>();
+    EXPECT_LT(again.get(), last);
 }
 
 TEST(ControllerParameters, SimulationSettingsIgnoreCaseAndOnlyAControllerHasThem) {
