@@ -5,6 +5,7 @@
 #include <QtAlgorithms>
 #include <cstdint>
 #include <future>
+#include <vector>
 
 #include "discovery/SignalDiscovery.h"
 #include "netlist/NetlistText.h"
@@ -45,6 +46,37 @@ void releaseUnwritten(const QByteArray& text) {
     advisePages(text.constData() + text.size(), std::size_t(text.capacity() - text.size()),
                 MADV_DONTNEED);
 }
+
+// Records by their address, in a table of twice their number that is probed in a row.
+class RecordSet {
+public:
+    explicit RecordSet(int count) {
+        while ((std::size_t(1) << bits) < 2 * std::size_t(count)) {
+            ++bits;
+        }
+        slots.assign(std::size_t(1) << bits, nullptr);
+    }
+
+    // False when the record is in the set already.
+    bool insert(const SignalRecord* record) {
+        const std::size_t mask = slots.size() - 1;
+        // Fibonacci hashing: the high bits of the product.
+        std::size_t slot =
+            (std::uint64_t(reinterpret_cast<std::uintptr_t>(record)) * 0x9E3779B97F4A7C15u) >>
+            (64 - bits);
+        for (; slots[slot]; slot = (slot + 1) & mask) {
+            if (slots[slot] == record) {
+                return false;
+            }
+        }
+        slots[slot] = record;
+        return true;
+    }
+
+private:
+    int bits = 4;
+    std::vector<const SignalRecord*> slots;
+};
 
 // The design that holds the probe; the walks see the whole of it.
 db::Design* designOf(const db::Instance* instance) {
@@ -149,12 +181,19 @@ bool NetlistWriter::isReceiving(const SignalRecord& record) const {
 }
 
 void NetlistWriter::collectSelectedSignals() {
-    // Filled in the order of first mention; the selection takes its order from this hash's.
+    // Filled in the order of first mention; the selection takes its order from this hash's. A
+    // board mentions most signals three times over: a record is known by its address first.
     SignalRecordHash wanted;
+    RecordSet mentioned(signals.size());
+    const auto want = [&](SignalRecord* record) {
+        if (mentioned.insert(record)) {
+            wanted.insert(record->key, record);
+        }
+    };
     const auto take = [&](const QString& key) {
         const auto found = signals.constFind(key);
         if (found != signals.constEnd()) {
-            wanted.insert(found.key(), found.value());
+            want(found.value());
         }
     };
 
@@ -189,9 +228,9 @@ void NetlistWriter::collectSelectedSignals() {
             if (!companions) {
                 continue;
             }
-            wanted.insert(record->key, record);
+            want(record);
             for (SignalRecord* companion : *companions) {
-                wanted.insert(companion->key, companion);
+                want(companion);
             }
         }
     }
@@ -208,7 +247,10 @@ void NetlistWriter::collectSelectedSignals() {
             }
         }
     }
-    signals = selected;
+    // The hashes walked here are given back with the writer, off the netlist call's way.
+    spentHashes[0].swap(wanted);
+    spentHashes[1].swap(signals);
+    signals.swap(selected);
 }
 
 }  // namespace LaneTapUI

@@ -91,6 +91,8 @@ private:
     QHash<QString, CompanionSearch> companionSearches;
     // The discovered signals; this hash owns the records.
     SignalRecordHash signals;
+    // What the selection no longer needs, kept to be given back with the writer.
+    SignalRecordHash spentHashes[2];
     db::ParamIter* parameterIterator;
     db::Instance* probeInstance;
     std::unique_ptr<ControllerParameters> controllerParameters;
