@@ -15,9 +15,12 @@ namespace LaneTapUI {
 
 namespace {
 
-// More than a signal's share of a block usually is: the text that becomes the block is reserved
-// once, so it does not grow by copies; what stays unwritten costs address space, not memory.
+// More than a signal's share of each text usually is: the texts are reserved once, so that they
+// do not grow by copies, and made resident in one call. The node data and measurement map take
+// the most, the node list a net or two, the reference map a line or so for each signal.
 constexpr int blockBytesPerSignal = 384;
+constexpr int nodeListBytesPerSignal = 32;
+constexpr int refMapBytesPerSignal = 80;
 
 // Applies `advice` to the whole pages of `size` bytes from `begin`. Where the system has no such
 // advice, nothing is done, and the writes fault the pages in as they come.
@@ -31,14 +34,13 @@ void advisePages(const char* begin, std::size_t size, int advice) {
     }
 }
 
-// The reserved text of a block is made resident in one call before it is written: a board's block
-// is thousands of pages, and each would otherwise cost a fault at its first write. What stays
-// unwritten is given back when the block is done.
-void makeResident(QByteArray& text) {
+// A text of a block is reserved and made resident in one call before it is written: a board's
+// block is thousands of pages, and each would otherwise cost a fault at its first write. What
+// stays unwritten of the block is given back when it is done.
+void reserveResident(QByteArray& text, int bytes) {
+    text.reserve(bytes);
 #ifdef MADV_POPULATE_WRITE
     advisePages(text.constData(), std::size_t(text.capacity()), MADV_POPULATE_WRITE);
-#else
-    Q_UNUSED(text);
 #endif
 }
 
@@ -136,19 +138,20 @@ QByteArray NetlistWriter::writeBlock() {
     // the biggest text, and it becomes the block.
     auto dataAndMeasurements = std::async(std::launch::async, [this] {
         QByteArray text;
-        text.reserve(signals.size() * blockBytesPerSignal);
-        makeResident(text);
+        reserveResident(text, signals.size() * blockBytesPerSignal);
         writeNodeData(text);
         writeNodeMeasMap(text);
         return text;
     });
     // The node list ends in a blank, so the type continues the first line.
+    reserveResident(head, head.size() + signals.size() * nodeListBytesPerSignal);
     writeNodeList(head);
     head += "Type=\"ModelExtractor\" Module=\"LaneTap\"";
     head += NetlistText::lineContinuation;
     NetlistText::appendText(head, writeSettingsBlock());
     QByteArray compliance;
     if (isComplianceEnabled()) {
+        reserveResident(compliance, signals.size() * refMapBytesPerSignal);
         writeNodeRefMap(compliance);
         writeComplianceMap(compliance);
     }
