@@ -65,14 +65,35 @@ struct CodesByReference {
 
 }  // namespace
 
-void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
+NetlistWriter::StoredAnswers NetlistWriter::lookUpStoredKeys() const {
+    StoredAnswers answers;
+    answers.measured.reserve(stored.measurements.size());
+    for (auto measured = stored.measurements.cbegin(); measured != stored.measurements.cend();
+         ++measured) {
+        answers.measured.push_back(signals.contains(measured.key()));
+    }
+    const ReferenceMap& references = stored.references;
+    for (auto entry = references.cbegin(); entry != references.cend(); ++entry) {
+        const bool known = signals.contains(entry.key());
+        answers.referenced.push_back(known);
+        for (auto byCode = entry->cbegin(); known && byCode != entry->cend(); ++byCode) {
+            for (const QString& reference : byCode.value()) {
+                answers.referenced.push_back(signals.contains(reference));
+            }
+        }
+    }
+    return answers;
+}
+
+void NetlistWriter::writeNodeMeasMap(QByteArray& text, const StoredAnswers& answers) const {
     int n = 1;
 
     // Measurements that need no reference, one "Unreferenced" line per signal. Those that need
     // one are left to the referenced lines.
     const IntListMap& measurements = stored.measurements;
+    auto measuredKnown = answers.measured.cbegin();
     for (auto measured = measurements.cbegin(); measured != measurements.cend(); ++measured) {
-        if (!signals.contains(measured.key())) {
+        if (!*measuredKnown++) {
             continue;
         }
         Fields fields{measured.key(), unreferenced};
@@ -92,13 +113,14 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
     // references come out in the order a hash of them gives, as the module has always had them.
     QHash<QString, CodesByReference> byReference;
     const ReferenceMap& references = stored.references;
+    auto referenceKnown = answers.referenced.cbegin();
     for (auto entry = references.cbegin(); entry != references.cend(); ++entry) {
-        if (!signals.contains(entry.key())) {
+        if (!*referenceKnown++) {
             continue;
         }
         for (auto byCode = entry->cbegin(); byCode != entry->cend(); ++byCode) {
             for (const QString& reference : byCode.value()) {
-                if (signals.contains(reference)) {
+                if (*referenceKnown++) {
                     byReference[entry.key()].add(reference, byCode.key());
                 }
             }

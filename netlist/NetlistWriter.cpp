@@ -135,14 +135,20 @@ QByteArray NetlistWriter::writeBlock() {
 
     // The node data and the measurement map ask nothing of the host and warn of nothing: they
     // are written on a second thread while this one writes the sections around them. Theirs is
-    // the biggest text, and it becomes the block.
-    auto dataAndMeasurements = std::async(std::launch::async, [this] {
-        QByteArray text;
-        reserveResident(text, signals.size() * blockBytesPerSignal);
-        writeNodeData(text);
-        writeNodeMeasMap(text);
-        return text;
-    });
+    // the biggest text, and it becomes the block. This thread first looks up the stored keys
+    // that the measurement map needs, while the other writes the node data.
+    // The promise goes first if this thread fails, so that the other one does not wait for it.
+    std::future<QByteArray> dataAndMeasurements;
+    std::promise<StoredAnswers> storedAnswers;
+    dataAndMeasurements =
+        std::async(std::launch::async, [this, answers = storedAnswers.get_future()]() mutable {
+            QByteArray text;
+            reserveResident(text, signals.size() * blockBytesPerSignal);
+            writeNodeData(text);
+            writeNodeMeasMap(text, answers.get());
+            return text;
+        });
+    storedAnswers.set_value(lookUpStoredKeys());
     // The node list ends in a blank, so the type continues the first line.
     reserveResident(head, head.size() + signals.size() * nodeListBytesPerSignal);
     writeNodeList(head);

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "discovery/SignalRecord.h"
 #include "host/Database.h"
@@ -60,7 +61,14 @@ private:
     void writeNodeList(QByteArray& text) const;
     void writeNodeData(QByteArray& text) const;
     QString writeSettingsBlock() const;
-    void writeNodeMeasMap(QByteArray& text) const;
+    // Whether each stored entry and reference names one of the signals, in the order the stored
+    // maps are walked: the measurement map only reads these answers.
+    struct StoredAnswers {
+        std::vector<bool> measured;
+        std::vector<bool> referenced;
+    };
+    StoredAnswers lookUpStoredKeys() const;
+    void writeNodeMeasMap(QByteArray& text, const StoredAnswers& answers) const;
     void writeNodeRefMap(QByteArray& text) const;
     void writeComplianceMap(QByteArray& text) const;
     bool isComplianceGroupApplicable(const QString& group, const QList<int>& ids) const;
