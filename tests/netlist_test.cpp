@@ -280,6 +280,15 @@ TEST_F(Netlist, MeasurementsReferencesAndCompliance) {
          "SelectedSignalList=DQ_Ch0_U2_DQ0,|SelectedMeasurementsRefSignalListMap=DQ_Ch0_U2_DQ0 1 " +
              bitKeys(1, 10).join(' ') + " ,DQ_Ch0_U2_DQ0 3 DQ_Ch0_U2_DQ9 DQ_Ch0_U2_DQ2 ,",
          manyReferenceLines()},
+        // References stored for signals gone from the design are passed over with their
+        // signals, and so is a stale reference of a signal that is there.
+        {"references of signals gone from the design",
+         {memory("M2", "U2", "DQ 0 a0, DQ 1 a1")},
+         "SelectedSignalList=DQ_Ch0_U2_DQ0,|SelectedMeasurementsRefSignalListMap="
+         "DQ_Ch0_U5_DQ0 1 DQ_Ch0_U2_DQ1 ,DQ_Ch0_U6_DQ0 1 DQ_Ch0_U2_DQ1 ,"
+         "DQ_Ch0_U7_DQ0 1 DQ_Ch0_U2_DQ1 ,DQ_Ch0_U8_DQ0 1 DQ_Ch0_U2_DQ1 ,"
+         "DQ_Ch0_U9_DQ0 1 DQ_Ch0_U2_DQ1 ,DQ_Ch0_U2_DQ0 1 DQ_Ch0_U3_DQ5 DQ_Ch0_U2_DQ1 ,",
+         {"N a0 DQ_Ch0_U2_DQ0 s", "N a1 DQ_Ch0_U2_DQ1 s", "M DQ_Ch0_U2_DQ0 DQ_Ch0_U2_DQ1 Skew"}},
         // A data mask and a clock are their own companions; a chip select has none. The strobe
         // of DQ11 is DQS1, and DQ11 is a bit of DQS1's byte. Each warning comes from the
         // selection and again from the reference map, without a line end.
