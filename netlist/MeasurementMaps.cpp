@@ -154,7 +154,7 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text, const StoredAnswers& answ
 
 void NetlistWriter::writeNodeRefMap(QByteArray& text) const {
     int n = 1;
-    for (const SignalRecord* record : signals) {
+    for (const SignalRecord* record : selected) {
         const QList<SignalRecord*>* companions = connectionDiagnostics(record);
         if (!companions) {
             continue;

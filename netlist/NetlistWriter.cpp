@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "discovery/SignalDiscovery.h"
+#include "netlist/HashOrder.h"
 #include "netlist/NetlistText.h"
 #include "parameters/ParamText.h"
 
@@ -61,24 +62,57 @@ public:
 
     // False when the record is in the set already.
     bool insert(const SignalRecord* record) {
-        const std::size_t mask = slots.size() - 1;
-        // Fibonacci hashing: the high bits of the product.
-        std::size_t slot =
-            (std::uint64_t(reinterpret_cast<std::uintptr_t>(record)) * 0x9E3779B97F4A7C15u) >>
-            (64 - bits);
-        for (; slots[slot]; slot = (slot + 1) & mask) {
-            if (slots[slot] == record) {
-                return false;
-            }
+        const std::size_t slot = find(record);
+        if (slots[slot]) {
+            return false;
         }
         slots[slot] = record;
         return true;
     }
 
+    bool contains(const SignalRecord* record) const { return slots[find(record)] != nullptr; }
+
 private:
+    // The record's slot, or the empty one where it would go.
+    std::size_t find(const SignalRecord* record) const {
+        const std::size_t mask = slots.size() - 1;
+        // Fibonacci hashing: the high bits of the product.
+        std::size_t slot =
+            (std::uint64_t(reinterpret_cast<std::uintptr_t>(record)) * 0x9E3779B97F4A7C15u) >>
+            (64 - bits);
+        while (slots[slot] && slots[slot] != record) {
+            slot = (slot + 1) & mask;
+        }
+        return slot;
+    }
+
     int bits = 4;
     std::vector<const SignalRecord*> slots;
 };
+
+// The order in which every section walks the selection. The module has always had it as the walk
+// of a hash of the selected keys that was filled from the walk of a hash filled in the order of
+// first mention; both walks are worked out from the keys' hash values, and neither hash is made.
+std::vector<SignalRecord*> walkOfSelection(const std::vector<SignalRecord*>& wanted) {
+    const uint seed = uint(qGlobalQHashSeed());
+    std::vector<uint> hashes;
+    hashes.reserve(wanted.size());
+    for (const SignalRecord* record : wanted) {
+        hashes.push_back(qHash(record->key, seed));
+    }
+    const std::vector<int> wantedWalk = qHashWalkOrder(hashes);
+    std::vector<uint> walkedHashes;
+    walkedHashes.reserve(wanted.size());
+    for (int position : wantedWalk) {
+        walkedHashes.push_back(hashes[position]);
+    }
+    std::vector<SignalRecord*> walk;
+    walk.reserve(wanted.size());
+    for (int position : qHashWalkOrder(walkedHashes)) {
+        walk.push_back(wanted[wantedWalk[position]]);
+    }
+    return walk;
+}
 
 // The design that holds the probe; the walks see the whole of it.
 db::Design* designOf(const db::Instance* instance) {
@@ -190,13 +224,13 @@ bool NetlistWriter::isReceiving(const SignalRecord& record) const {
 }
 
 void NetlistWriter::collectSelectedSignals() {
-    // Filled in the order of first mention; the selection takes its order from this hash's. A
-    // board mentions most signals three times over: a record is known by its address first.
-    SignalRecordHash wanted;
+    // Each wanted record once, in the order of first mention. A board mentions most signals
+    // three times over: a record is known by its address.
+    std::vector<SignalRecord*> wanted;
     RecordSet mentioned(signals.size());
     const auto want = [&](SignalRecord* record) {
         if (mentioned.insert(record)) {
-            wanted.insert(record->key, record);
+            wanted.push_back(record);
         }
     };
     const auto take = [&](const QString& key) {
@@ -244,22 +278,18 @@ void NetlistWriter::collectSelectedSignals() {
         }
     }
 
-    SignalRecordHash selected;
-    for (auto it = wanted.cbegin(); it != wanted.cend(); ++it) {
-        selected.insert(it.key(), it.value());
-    }
     // When every signal is wanted, no record is left to drop.
-    if (selected.size() != signals.size()) {
-        for (auto it = signals.cbegin(); it != signals.cend(); ++it) {
-            if (!selected.contains(it.key())) {
-                delete it.value();
+    if (int(wanted.size()) != signals.size()) {
+        for (auto it = signals.begin(); it != signals.end();) {
+            if (mentioned.contains(it.value())) {
+                ++it;
+                continue;
             }
+            delete it.value();
+            it = signals.erase(it);
         }
     }
-    // The hashes walked here are given back with the writer, off the netlist call's way.
-    spentHashes[0].swap(wanted);
-    spentHashes[1].swap(signals);
-    signals.swap(selected);
+    selected = walkOfSelection(wanted);
 }
 
 }  // namespace LaneTapUI

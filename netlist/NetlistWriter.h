@@ -97,10 +97,11 @@ private:
     QHash<const SignalRecord*, Diagnosis> diagnoses;
     // What searchCompanions found, by companion group.
     QHash<QString, CompanionSearch> companionSearches;
-    // The discovered signals; this hash owns the records.
+    // The discovered signals, after the selection only the selected ones; this hash owns the
+    // records.
     SignalRecordHash signals;
-    // What the selection no longer needs, kept to be given back with the writer.
-    SignalRecordHash spentHashes[2];
+    // The selected signals in the order every section walks them.
+    std::vector<SignalRecord*> selected;
     db::ParamIter* parameterIterator;
     db::Instance* probeInstance;
     std::unique_ptr<ControllerParameters> controllerParameters;
