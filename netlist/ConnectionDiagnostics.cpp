@@ -1,6 +1,8 @@
 #include <QStringBuilder>
 #include <QVarLengthArray>
 #include <algorithm>
+#include <functional>
+#include <vector>
 
 #include "netlist/NetlistText.h"
 #include "netlist/NetlistWriter.h"
@@ -160,9 +162,13 @@ const QList<SignalRecord*>* NetlistWriter::connectionDiagnostics(const SignalRec
 }
 
 void NetlistWriter::diagnoseReceivingSignals() {
-    // Only looked up, never walked: its order does not matter, so it is sized once.
+    // Only looked up, never walked: its order does not matter, so it is sized once. The records
+    // are visited in the order they lie in memory, which a hash's walk is far from; what a search
+    // finds is the same for every signal of its group, whichever comes first.
     diagnoses.reserve(signals.size());
-    for (const SignalRecord* record : qAsConst(signals)) {
+    std::vector<const SignalRecord*> records(signals.cbegin(), signals.cend());
+    std::sort(records.begin(), records.end(), std::less<const SignalRecord*>());
+    for (const SignalRecord* record : records) {
         if (isReceiving(*record)) {
             diagnoses.insert(record, diagnose(record));
         }
