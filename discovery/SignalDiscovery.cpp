@@ -244,19 +244,22 @@ private:
     // A record of a connected port is new or adds its node to the record of its key.
     void addRecord(std::unique_ptr<SignalRecord> record, const InstanceScan& scan,
                    const QString& port, bool connected, const QString& net) {
-        auto existing = signals.find(record->key);
-        if (existing == signals.end()) {
-            if (connected) {
-                // The key is read before the release: argument order is unspecified.
-                SignalRecord* released = record.release();
-                signals.insert(released->key, released);
+        if (connected) {
+            // One look-up: a new key gets its place in the hash here.
+            SignalRecord*& known = signals[record->key];
+            if (known) {
+                addNodes(*known, *record, scan, port, net);
+            } else {
+                known = record.release();
             }
             return;
         }
+        const auto existing = signals.find(record->key);
+        if (existing == signals.end()) {
+            return;
+        }
         SignalRecord* known = existing.value();
-        if (connected) {
-            addNodes(*known, *record, scan, port, net);
-        } else if (known->instances.contains(scan.name)) {
+        if (known->instances.contains(scan.name)) {
             // The other half of this pair was connected, this one is not: drop the pair.
             meridian_report_warning("Only one node of differential signal '" +
                                     known->key.toStdString() + "' for instance " +
