@@ -67,10 +67,10 @@ struct CodesByReference {
 
 NetlistWriter::StoredAnswers NetlistWriter::lookUpStoredKeys() const {
     StoredAnswers answers;
-    answers.measured.reserve(stored.measurements.size());
-    for (auto measured = stored.measurements.cbegin(); measured != stored.measurements.cend();
-         ++measured) {
-        answers.measured.push_back(signals.contains(measured.key()));
+    answers.measured.reserve(stored.measurementWalk.size());
+    for (int position : stored.measurementWalk) {
+        const QStringView key = stored.measurements.keys[position];
+        answers.measured.push_back(signals.contains(QString::fromRawData(key.data(), key.size())));
     }
     const ReferenceMap& references = stored.references;
     for (auto entry = references.cbegin(); entry != references.cend(); ++entry) {
@@ -90,14 +90,14 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text, const StoredAnswers& answ
 
     // Measurements that need no reference, one "Unreferenced" line per signal. Those that need
     // one are left to the referenced lines.
-    const IntListMap& measurements = stored.measurements;
+    const IntListEntries& measurements = stored.measurements;
     auto measuredKnown = answers.measured.cbegin();
-    for (auto measured = measurements.cbegin(); measured != measurements.cend(); ++measured) {
+    for (int position : stored.measurementWalk) {
         if (!*measuredKnown++) {
             continue;
         }
-        Fields fields{measured.key(), unreferenced};
-        for (int code : measured.value()) {
+        Fields fields{measurements.keys[position], unreferenced};
+        for (int code : measurements.lists[position]) {
             if (needsNoReference(code)) {
                 fields.append(measurementKey(code));
             }

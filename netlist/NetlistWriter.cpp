@@ -130,8 +130,12 @@ NetlistWriter::NetlistWriter(db::ParamIter* parameters, db::Instance* instance)
         [signalKeys = readParamString(*parameters, "SelectedSignalList"),
          references = readParamString(*parameters, "SelectedMeasurementsRefSignalListMap"),
          measurements = readParamString(*parameters, "SelectedMeasurementsListMap")] {
-            return StoredSelection{parseStringList(signalKeys), parseReferenceMap(references),
-                                   parseIntListMap(measurements)};
+            StoredSelection selection{parseStringList(signalKeys),
+                                      parseReferenceMap(references),
+                                      parseIntListEntries(measurements),
+                                      {}};
+            selection.measurementWalk = qHashWalkOrder(selection.measurements.hashes);
+            return selection;
         });
     findControllerParameters();
     discoverSignals();

@@ -90,7 +90,9 @@ private:
     struct StoredSelection {
         QStringList signalKeys;
         ReferenceMap references;
-        IntListMap measurements;
+        IntListEntries measurements;
+        // The positions of the measurements' keys in the order a QHash of them walks them.
+        std::vector<int> measurementWalk;
     };
     StoredSelection stored;
     // What the search found, by receiving record.

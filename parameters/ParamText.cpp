@@ -1,5 +1,7 @@
 #include "parameters/ParamText.h"
 
+#include <cstdint>
+
 #include <locale.h>  // newlocale
 #include <stdlib.h>  // strtod_l
 
@@ -64,13 +66,17 @@ double toDouble(const std::string& text) {
 
 // Calls `visit` with each entry of a "," separated value, as a view; the "," that ends the last
 // entry starts none.
+// The value is decoded once. An entry reads as a text of its own would, so a byte-order mark that
+// opens it is dropped; decoded behind a ",", the value keeps every mark for that rule, the one
+// that opens it included.
+QString decodedEntries(const std::string& value) {
+    return widen("," + value);
+}
+
+// The same over a value decoded by decodedEntries, whose views stay good while it lives.
 template <class Visit>
-void forEachEntry(const std::string& value, Visit visit) {
-    // The value is decoded once. An entry reads as a text of its own would, so a byte-order mark
-    // that opens it is dropped; decoded behind a ",", the value keeps every mark for that rule,
-    // the one that opens it included.
-    const QString text = widen("," + value);
-    const QStringView whole = QStringView(text).mid(1);
+void forEachEntryIn(const QString& decoded, Visit visit) {
+    const QStringView whole = QStringView(decoded).mid(1);
     int start = 0;
     while (start < whole.size()) {
         int end = whole.indexOf(QLatin1Char(','), start);
@@ -84,6 +90,11 @@ void forEachEntry(const std::string& value, Visit visit) {
         visit(entry);
         start = end + 1;
     }
+}
+
+template <class Visit>
+void forEachEntry(const std::string& value, Visit visit) {
+    forEachEntryIn(decodedEntries(value), visit);
 }
 
 }  // namespace
@@ -130,15 +141,49 @@ namespace {
 // Calls `visit` with the white-space separated parts of each entry that has at least `minimum`.
 // The parts are views into the entry: a stored map has tens of thousands of them.
 template <class Visit>
-void forEachRecord(const std::string& value, int minimum, Visit visit) {
+void forEachRecordIn(const QString& decoded, int minimum, Visit visit) {
     WordViews parts;
-    forEachEntry(value, [&](QStringView entry) {
+    forEachEntryIn(decoded, [&](QStringView entry) {
         splitOnWhiteSpace(entry, parts);
         if (parts.size() >= minimum) {
             visit(parts);
         }
     });
 }
+
+template <class Visit>
+void forEachRecord(const std::string& value, int minimum, Visit visit) {
+    forEachRecordIn(decodedEntries(value), minimum, visit);
+}
+
+// Keys by their text, in a table twice the size of the most keys the value can hold: the
+// position each key came first at.
+class FirstPositions {
+public:
+    explicit FirstPositions(int most) {
+        while ((std::size_t(1) << bits) < 2 * std::size_t(most)) {
+            ++bits;
+        }
+        slots.assign(std::size_t(1) << bits, -1);
+    }
+
+    // The position of `key` among `keys`, or -1 for a new key, whose slot then takes `position`.
+    int find(QStringView key, uint hash, const std::vector<QStringView>& keys, int position) {
+        const std::size_t mask = slots.size() - 1;
+        std::size_t slot = (std::uint64_t(hash) * 0x9E3779B97F4A7C15u) >> (64 - bits);
+        for (; slots[slot] >= 0; slot = (slot + 1) & mask) {
+            if (keys[slots[slot]] == key) {
+                return slots[slot];
+            }
+        }
+        slots[slot] = position;
+        return -1;
+    }
+
+private:
+    int bits = 4;
+    std::vector<int> slots;
+};
 
 void appendParts(QStringList& names, const WordViews& parts, int from) {
     for (int i = from; i < parts.size(); ++i) {
@@ -203,6 +248,33 @@ IntListMap parseIntListMap(const std::string& value) {
             out.insert(parts[0].toString(), numbers);
         });
     });
+}
+
+IntListEntries parseIntListEntries(const std::string& value) {
+    IntListEntries out;
+    out.text = decodedEntries(value);
+    const int most = int(out.text.count(QLatin1Char(',')));
+    FirstPositions positions(most);
+    out.keys.reserve(most);
+    out.hashes.reserve(most);
+    out.lists.reserve(most);
+    const uint seed = uint(qGlobalQHashSeed());
+    forEachRecordIn(out.text, 1, [&](const WordViews& parts) {
+        const uint hash = qHash(parts[0], seed);
+        int position = positions.find(parts[0], hash, out.keys, int(out.keys.size()));
+        if (position < 0) {
+            position = int(out.keys.size());
+            out.keys.push_back(parts[0]);
+            out.hashes.push_back(hash);
+            out.lists.emplace_back();
+        }
+        QVarLengthArray<int, 4>& numbers = out.lists[position];
+        numbers.clear();
+        for (int i = 1; i < parts.size(); ++i) {
+            numbers.append(wordToInt(parts[i]));
+        }
+    });
+    return out;
 }
 
 ReferenceMap parseReferenceMap(const std::string& value) {

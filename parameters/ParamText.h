@@ -7,6 +7,7 @@
 #include <QStringView>
 #include <QVarLengthArray>
 #include <string>
+#include <vector>
 
 #include "host/Database.h"
 
@@ -53,6 +54,16 @@ StringListMap readParamStringListMap(const db::ParamIterConst& params, const std
 // the text apart on another.
 QStringList parseStringList(const std::string& value);
 IntListMap parseIntListMap(const std::string& value);
+// The same map as the netlist reads it: each key once, with the list it was given last, in the
+// order the keys first came, with the value qHash gives it under the global seed. The keys are
+// views into `text`, the value decoded once.
+struct IntListEntries {
+    QString text;
+    std::vector<QStringView> keys;
+    std::vector<uint> hashes;
+    std::vector<QVarLengthArray<int, 4>> lists;
+};
+IntListEntries parseIntListEntries(const std::string& value);
 ReferenceMap parseReferenceMap(const std::string& value);
 
 void writeParamString(db::ParamIter& params, const std::string& name, const QString& text);

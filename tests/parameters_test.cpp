@@ -12,6 +12,7 @@
 
 #include "discovery/RecordPool.h"
 #include "discovery/SignalDiscovery.h"
+#include "netlist/HashOrder.h"
 #include "parameters/ControllerParameters.h"
 #include "parameters/ParamText.h"
 #include "parameters/PinName.h"
@@ -239,6 +240,38 @@ TEST(InstanceNodesHash, WalksAndFindsLikeAQHashOfTheSameEntries) {
             EXPECT_EQ(hash.find(name)->pNet, name + "_net");
         }
         EXPECT_FALSE(hash.contains("M3"));
+    }
+}
+
+TEST(IntListEntries, WalkAndListsAreThoseOfTheStoredMap) {
+    // Repeated keys (the last list stands), marks, empty entries, a key alone, words that are no
+    // number, other white space, a key beyond ASCII, and a map whose hash grows many times.
+    QStringList many;
+    for (int i = 0; i < 3000; ++i) {
+        many << QString("DQ_Ch%1_U%2_DQ%3 %4 7").arg(i % 4).arg(i % 97).arg(i % 13).arg(i);
+    }
+    const QString rows[] = {
+        "",
+        "DQ0 1 2,",
+        "DQ0 1,DQ1 2,DQ0 3 4,",
+        "\xEF\xBB\xBF"
+        "DQ0 1,\xEF\xBB\xBF"
+        "DQ1 x 2,,,DQ2,DQ3\t5\n6 ,  ,DQé 9",
+        many.join(','),
+    };
+    for (const QString& row : rows) {
+        SCOPED_TRACE(row.left(60).toStdString());
+        const std::string stored = row.toStdString();
+        const IntListMap map = parseIntListMap(stored);
+        const IntListEntries entries = parseIntListEntries(stored);
+        QStringList walked;
+        for (int position : qHashWalkOrder(entries.hashes)) {
+            const QString key = entries.keys[position].toString();
+            walked << key;
+            const auto& list = entries.lists[position];
+            EXPECT_EQ(QList<int>(list.cbegin(), list.cend()), map.value(key)) << key.toStdString();
+        }
+        EXPECT_EQ(walked, map.keys());
     }
 }
 
