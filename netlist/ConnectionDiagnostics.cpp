@@ -1,4 +1,3 @@
-#include <QStringBuilder>
 #include <QVarLengthArray>
 #include <algorithm>
 #include <functional>
@@ -49,18 +48,19 @@ RequiredTypes requiredTypes(const SignalRecord& record) {
     return {};
 }
 
-// Signals that expect the same companions and describe the missing ones alike: the data bits of
-// one byte, or the address and command signals at one place. Empty for a signal searched alone.
-QString companionGroup(const SignalRecord& record) {
+using CompanionGroup = NetlistWriter::CompanionGroup;
+
+// The group a signal is searched with; a signal of no group is searched alone.
+CompanionGroup companionGroup(const SignalRecord& record) {
     const QString& type = record.signalType;
     if (type == QLatin1String("DQ")) {
-        return QLatin1String("DQ ") % record.channel % QLatin1Char(' ') % record.refDes %
-               QLatin1Char(' ') % QString::number(record.signalIndex.toInt() / 8);
+        return {CompanionGroup::DataByte, record.channel, record.refDes,
+                record.signalIndex.toInt() / 8};
     }
     if (isAddressType(type)) {
-        return QLatin1String("A ") % record.channel % QLatin1Char(' ') % record.refDes;
+        return {CompanionGroup::Address, record.channel, record.refDes, 0};
     }
-    return QString();
+    return {};
 }
 
 // The companions of a search and the record's own warning when some are missing.
@@ -80,6 +80,14 @@ NetlistWriter::Diagnosis diagnosisOf(const SignalRecord& record,
 }
 
 }  // namespace
+
+uint qHash(const NetlistWriter::CompanionGroup& group, uint seed) {
+    QtPrivate::QHashCombine combine;
+    seed = combine(seed, int(group.kind));
+    seed = combine(seed, group.channel);
+    seed = combine(seed, group.refDes);
+    return combine(seed, group.byte);
+}
 
 // Companions are found by designator, not by node, so a die or receiver node of a signal has
 // the pin records of its byte as companions.
@@ -180,8 +188,8 @@ NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) {
     if (requiredTypes(*record).isEmpty()) {
         return Diagnosis();
     }
-    const QString group = companionGroup(*record);
-    if (group.isEmpty()) {
+    const CompanionGroup group = companionGroup(*record);
+    if (group.kind == CompanionGroup::Alone) {
         return diagnosisOf(*record, searchCompanions(record));
     }
     auto known = companionSearches.constFind(group);

@@ -68,9 +68,12 @@ struct CodesByReference {
 NetlistWriter::StoredAnswers NetlistWriter::lookUpStoredKeys() const {
     StoredAnswers answers;
     answers.measured.reserve(stored.measurementWalk.size());
+    // One string over the stored text, pointed at each key in turn: no copy of a key is made.
+    QString key;
     for (int position : stored.measurementWalk) {
-        const QStringView key = stored.measurements.keys[position];
-        answers.measured.push_back(signals.contains(QString::fromRawData(key.data(), key.size())));
+        const QStringView view = stored.measurements.keys[position];
+        key.setRawData(view.data(), int(view.size()));
+        answers.measured.push_back(signals.contains(key));
     }
     const ReferenceMap& references = stored.references;
     for (auto entry = references.cbegin(); entry != references.cend(); ++entry) {

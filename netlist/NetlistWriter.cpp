@@ -130,7 +130,7 @@ NetlistWriter::NetlistWriter(db::ParamIter* parameters, db::Instance* instance)
         [signalKeys = readParamString(*parameters, "SelectedSignalList"),
          references = readParamString(*parameters, "SelectedMeasurementsRefSignalListMap"),
          measurements = readParamString(*parameters, "SelectedMeasurementsListMap")] {
-            StoredSelection selection{parseStringList(signalKeys),
+            StoredSelection selection{parseListEntries(signalKeys),
                                       parseReferenceMap(references),
                                       parseIntListEntries(measurements),
                                       {}};
@@ -252,9 +252,11 @@ void NetlistWriter::collectSelectedSignals() {
         searches = std::async(std::launch::async, [this] { diagnoseReceivingSignals(); });
     }
 
-    // A stored key whose signal has gone from the design is passed over without a word.
-    for (const QString& key : qAsConst(stored.signalKeys)) {
-        take(key);
+    // A stored key whose signal has gone from the design is passed over without a word. One
+    // string over the stored text is pointed at each key in turn.
+    QString storedKey;
+    for (QStringView key : stored.signalKeys.items) {
+        take(storedKey.setRawData(key.data(), int(key.size())));
     }
 
     // A reference is watched also when it was not selected for itself.

@@ -44,6 +44,18 @@ public:
         // Empty when nothing is missing.
         QString warning;
     };
+    // Signals that expect the same companions and describe the missing ones alike: the data
+    // bits of one byte, or the address and command signals at one place.
+    struct CompanionGroup {
+        enum Kind { Alone, DataByte, Address } kind = Alone;
+        QString channel;
+        QString refDes;
+        int byte = 0;
+        bool operator==(const CompanionGroup& other) const {
+            return kind == other.kind && byte == other.byte && channel == other.channel &&
+                   refDes == other.refDes;
+        }
+    };
     // What it finds for every signal of a companion group: the companions, and the descriptions
     // of those missing, in the order the warning gives them.
     struct CompanionSearch {
@@ -88,7 +100,7 @@ private:
 
     // What the probe stores of the selection, read once.
     struct StoredSelection {
-        QStringList signalKeys;
+        ListEntries signalKeys;
         ReferenceMap references;
         IntListEntries measurements;
         // The positions of the measurements' keys in the order a QHash of them walks them.
@@ -98,7 +110,7 @@ private:
     // What the search found, by receiving record.
     QHash<const SignalRecord*, Diagnosis> diagnoses;
     // What searchCompanions found, by companion group.
-    QHash<QString, CompanionSearch> companionSearches;
+    QHash<CompanionGroup, CompanionSearch> companionSearches;
     // The discovered signals, after the selection only the selected ones; this hash owns the
     // records.
     SignalRecordHash signals;
@@ -108,5 +120,7 @@ private:
     db::Instance* probeInstance;
     std::unique_ptr<ControllerParameters> controllerParameters;
 };
+
+uint qHash(const NetlistWriter::CompanionGroup& group, uint seed = 0);
 
 }  // namespace LaneTapUI

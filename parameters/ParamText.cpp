@@ -237,6 +237,13 @@ QStringList parseStringList(const std::string& value) {
     });
 }
 
+ListEntries parseListEntries(const std::string& value) {
+    ListEntries out;
+    out.text = decodedEntries(value);
+    forEachEntryIn(out.text, [&](QStringView entry) { out.items.push_back(entry); });
+    return out;
+}
+
 IntListMap parseIntListMap(const std::string& value) {
     return parseSafely<IntListMap>(value, [](const std::string& text, IntListMap& out) {
         forEachRecord(text, 1, [&](const WordViews& parts) {

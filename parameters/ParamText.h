@@ -53,6 +53,12 @@ StringListMap readParamStringListMap(const db::ParamIterConst& params, const std
 // The list and map readers over a value already read: a caller may read on one thread and take
 // the text apart on another.
 QStringList parseStringList(const std::string& value);
+// The same list as the netlist reads it: views into `text`, the value decoded once.
+struct ListEntries {
+    QString text;
+    std::vector<QStringView> items;
+};
+ListEntries parseListEntries(const std::string& value);
 IntListMap parseIntListMap(const std::string& value);
 // The same map as the netlist reads it: each key once, with the list it was given last, in the
 // order the keys first came, with the value qHash gives it under the global seed. The keys are
