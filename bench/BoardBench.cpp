@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "standin/Host.h"
@@ -57,10 +58,21 @@ QByteArray runLanetap(const QStringList& arguments, bool toFile = false) {
     return process.readAllStandardOutput();
 }
 
-// The output goes to a file, as `lanetap netlist ... > FILE` sends a block: read through a pipe
-// by this program, megabytes of it would time the pipe as well.
-double commandSeconds(const QStringList& arguments) {
-    return timed([&] { runLanetap(arguments, true); });
+// Seconds of two commands, medians of three, run in turn: a ratio of the two then compares runs
+// made under the same load of the machine. The output goes to a file, as `lanetap netlist ... >
+// FILE` sends a block: read through a pipe by this program, megabytes of it would time the pipe
+// as well.
+std::pair<double, double> alternatedSeconds(const QStringList& first, const QStringList& second) {
+    std::vector<double> runs[2];
+    for (int i = 0; i < 3; ++i) {
+        for (int which = 0; which < 2; ++which) {
+            QElapsedTimer timer;
+            timer.start();
+            runLanetap(which == 0 ? first : second, true);
+            runs[which].push_back(timer.nsecsElapsed() / 1e9);
+        }
+    }
+    return {median(runs[0]), median(runs[1])};
 }
 
 // Peak resident memory of one run of the program, in KiB, as /usr/bin/time tells it.
@@ -207,21 +219,24 @@ int main(int argc, char** argv) {
 
     const QStringList get = {"get", board, "--probe", "X1", "vdd"};
     const QStringList netlist = {"netlist", board, "--probe", "X1"};
-    const double load = commandSeconds(get);
+    const auto [load, netlisting] = alternatedSeconds(get, netlist);
     std::printf("loading the board (lanetap get): %.3f s\n", load);
-    report("lanetap netlist", commandSeconds(netlist) / load, 2);
+    report("lanetap netlist", netlisting / load, 2);
     std::printf("%-58s %7ld KiB (load alone: %ld KiB)\n", "peak memory of lanetap netlist",
                 peakKiB(netlist), peakKiB(get));
     benchDialog(board, load);
 
     std::printf("\nplain designs (lanetap get):\n");
-    std::vector<double> seconds;
-    for (int count : {25000, 100000}) {
-        const QString plain = folder.filePath(QString("plain%1.json").arg(count));
-        writeFile(plain, plainDesign(count));
-        seconds.push_back(commandSeconds({"get", plain, "--probe", "X1", "vdd"}));
-        std::printf("  %6d instances: %.3f s\n", count, seconds.back());
+    QStringList gets[2];
+    const int counts[2] = {25000, 100000};
+    for (int i = 0; i < 2; ++i) {
+        const QString plain = folder.filePath(QString("plain%1.json").arg(counts[i]));
+        writeFile(plain, plainDesign(counts[i]));
+        gets[i] = QStringList{"get", plain, "--probe", "X1", "vdd"};
     }
-    report("loader: 4 times the instances", seconds[1] / seconds[0], 4.6, "x time ");
+    const auto [quarter, whole] = alternatedSeconds(gets[0], gets[1]);
+    std::printf("  %6d instances: %.3f s\n  %6d instances: %.3f s\n", counts[0], quarter, counts[1],
+                whole);
+    report("loader: 4 times the instances", whole / quarter, 4.6, "x time ");
     return 0;
 }
