@@ -1,12 +1,13 @@
 #include "discovery/RecordPool.h"
 
 #include <sanitizer/asan_interface.h>
-#include <sys/mman.h>
 
 #include <cstdint>
 #include <cstdlib>
 #include <mutex>
 #include <new>
+
+#include "discovery/ResidentPages.h"
 
 namespace LaneTapUI::RecordPool {
 namespace {
@@ -41,22 +42,12 @@ Slab* slabOf(void* record) {
     return reinterpret_cast<Slab*>(reinterpret_cast<std::uintptr_t>(record) & ~(slabBytes - 1));
 }
 
-// A page's first write costs a fault; a slab's pages are made resident in one call. Where the
-// system cannot, the writes fault them in.
-void makeResident(void* memory) {
-#ifdef MADV_POPULATE_WRITE
-    madvise(memory, slabBytes, MADV_POPULATE_WRITE);
-#else
-    (void)memory;
-#endif
-}
-
 Slab* newSlab() {
     void* memory = std::aligned_alloc(slabBytes, slabBytes);
     if (!memory) {
         throw std::bad_alloc();
     }
-    makeResident(memory);
+    makeResident(memory, slabBytes);
     auto* slab = new (memory) Slab{1, nullptr};
     slab->next = slab->firstRecord();
     ASAN_POISON_MEMORY_REGION(slab->next, slab->end() - slab->next);

@@ -1,16 +1,16 @@
 #include "netlist/NetlistWriter.h"
 
-#include <sys/mman.h>
-
 #include <QtAlgorithms>
 #include <cstdint>
 #include <future>
 #include <vector>
 
+#include "discovery/ResidentPages.h"
 #include "discovery/SignalDiscovery.h"
 #include "netlist/HashOrder.h"
 #include "netlist/NetlistText.h"
 #include "parameters/ParamText.h"
+#include "parameters/ProbedTable.h"
 
 namespace LaneTapUI {
 
@@ -23,71 +23,41 @@ constexpr int blockBytesPerSignal = 384;
 constexpr int nodeListBytesPerSignal = 32;
 constexpr int refMapBytesPerSignal = 80;
 
-// Applies `advice` to the whole pages of `size` bytes from `begin`. Where the system has no such
-// advice, nothing is done, and the writes fault the pages in as they come.
-void advisePages(const char* begin, std::size_t size, int advice) {
-    constexpr std::uintptr_t page = 4096;
-    const auto start = reinterpret_cast<std::uintptr_t>(begin);
-    const std::uintptr_t first = (start + page - 1) & ~(page - 1);
-    const std::uintptr_t end = (start + size) & ~(page - 1);
-    if (end > first) {
-        madvise(reinterpret_cast<void*>(first), end - first, advice);
-    }
-}
-
 // A text of a block is reserved and made resident in one call before it is written: a board's
-// block is thousands of pages, and each would otherwise cost a fault at its first write. What
-// stays unwritten of the block is given back when it is done.
+// block is thousands of pages. What stays unwritten of the block is given back when it is done.
 void reserveResident(QByteArray& text, int bytes) {
     text.reserve(bytes);
-#ifdef MADV_POPULATE_WRITE
-    advisePages(text.constData(), std::size_t(text.capacity()), MADV_POPULATE_WRITE);
-#endif
+    makeResident(text.constData(), std::size_t(text.capacity()));
 }
 
 void releaseUnwritten(const QByteArray& text) {
-    advisePages(text.constData() + text.size(), std::size_t(text.capacity() - text.size()),
-                MADV_DONTNEED);
+    releasePages(text.constData() + text.size(), std::size_t(text.capacity() - text.size()));
 }
 
-// Records by their address, in a table of twice their number that is probed in a row.
+// Records by their address.
 class RecordSet {
 public:
-    explicit RecordSet(int count) {
-        while ((std::size_t(1) << bits) < 2 * std::size_t(count)) {
-            ++bits;
-        }
-        slots.assign(std::size_t(1) << bits, nullptr);
-    }
+    explicit RecordSet(int count) : table(std::size_t(count)) {}
 
     // False when the record is in the set already.
     bool insert(const SignalRecord* record) {
-        const std::size_t slot = find(record);
-        if (slots[slot]) {
+        const SignalRecord*& slot = slotOf(record);
+        if (slot) {
             return false;
         }
-        slots[slot] = record;
+        slot = record;
         return true;
     }
 
-    bool contains(const SignalRecord* record) const { return slots[find(record)] != nullptr; }
+    bool contains(const SignalRecord* record) { return slotOf(record) != nullptr; }
 
 private:
-    // The record's slot, or the empty one where it would go.
-    std::size_t find(const SignalRecord* record) const {
-        const std::size_t mask = slots.size() - 1;
-        // Fibonacci hashing: the high bits of the product.
-        std::size_t slot =
-            (std::uint64_t(reinterpret_cast<std::uintptr_t>(record)) * 0x9E3779B97F4A7C15u) >>
-            (64 - bits);
-        while (slots[slot] && slots[slot] != record) {
-            slot = (slot + 1) & mask;
-        }
-        return slot;
+    const SignalRecord*& slotOf(const SignalRecord* record) {
+        return table.slot(reinterpret_cast<std::uintptr_t>(record),
+                          [&](const SignalRecord* known) { return known == record; });
     }
 
-    int bits = 4;
-    std::vector<const SignalRecord*> slots;
+    ProbedTable<const SignalRecord*> table;
 };
 
 // The order in which every section walks the selection. The module has always had it as the walk

@@ -8,6 +8,8 @@
 #include <cerrno>
 #include <stdexcept>
 
+#include "parameters/ProbedTable.h"
+
 namespace LaneTapUI {
 namespace {
 
@@ -156,35 +158,6 @@ void forEachRecord(const std::string& value, int minimum, Visit visit) {
     forEachRecordIn(decodedEntries(value), minimum, visit);
 }
 
-// Keys by their text, in a table twice the size of the most keys the value can hold: the
-// position each key came first at.
-class FirstPositions {
-public:
-    explicit FirstPositions(int most) {
-        while ((std::size_t(1) << bits) < 2 * std::size_t(most)) {
-            ++bits;
-        }
-        slots.assign(std::size_t(1) << bits, -1);
-    }
-
-    // The position of `key` among `keys`, or -1 for a new key, whose slot then takes `position`.
-    int find(QStringView key, uint hash, const std::vector<QStringView>& keys, int position) {
-        const std::size_t mask = slots.size() - 1;
-        std::size_t slot = (std::uint64_t(hash) * 0x9E3779B97F4A7C15u) >> (64 - bits);
-        for (; slots[slot] >= 0; slot = (slot + 1) & mask) {
-            if (keys[slots[slot]] == key) {
-                return slots[slot];
-            }
-        }
-        slots[slot] = position;
-        return -1;
-    }
-
-private:
-    int bits = 4;
-    std::vector<int> slots;
-};
-
 void appendParts(QStringList& names, const WordViews& parts, int from) {
     for (int i = from; i < parts.size(); ++i) {
         names.append(parts[i].toString());
@@ -261,21 +234,23 @@ IntListEntries parseIntListEntries(const std::string& value) {
     IntListEntries out;
     out.text = decodedEntries(value);
     const int most = int(out.text.count(QLatin1Char(',')));
-    FirstPositions positions(most);
+    // The first position of each key, plus one.
+    ProbedTable<int> positions{std::size_t(most)};
     out.keys.reserve(most);
     out.hashes.reserve(most);
     out.lists.reserve(most);
     const uint seed = uint(qGlobalQHashSeed());
     forEachRecordIn(out.text, 1, [&](const WordViews& parts) {
         const uint hash = qHash(parts[0], seed);
-        int position = positions.find(parts[0], hash, out.keys, int(out.keys.size()));
-        if (position < 0) {
-            position = int(out.keys.size());
+        int& known = positions.slot(
+            hash, [&](int position) { return out.keys[std::size_t(position - 1)] == parts[0]; });
+        if (known == 0) {
             out.keys.push_back(parts[0]);
             out.hashes.push_back(hash);
             out.lists.emplace_back();
+            known = int(out.keys.size());
         }
-        QVarLengthArray<int, 4>& numbers = out.lists[position];
+        QVarLengthArray<int, 4>& numbers = out.lists[std::size_t(known - 1)];
         numbers.clear();
         for (int i = 1; i < parts.size(); ++i) {
             numbers.append(wordToInt(parts[i]));
