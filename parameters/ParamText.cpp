@@ -204,12 +204,6 @@ double readParamDouble(const db::ParamIterConst& params, const std::string& name
                               [](const std::string& value, double& out) { out = toDouble(value); });
 }
 
-QStringList parseStringList(const std::string& value) {
-    return parseSafely<QStringList>(value, [](const std::string& text, QStringList& out) {
-        forEachEntry(text, [&](QStringView entry) { out.append(entry.toString()); });
-    });
-}
-
 ListEntries parseListEntries(const std::string& value) {
     ListEntries out;
     out.text = decodedEntries(value);
@@ -268,7 +262,10 @@ ReferenceMap parseReferenceMap(const std::string& value) {
 }
 
 QStringList readParamStringList(const db::ParamIterConst& params, const std::string& name) {
-    return parseStringList(readParamString(params, name));
+    return parseSafely<QStringList>(
+        readParamString(params, name), [](const std::string& text, QStringList& out) {
+            forEachEntry(text, [&](QStringView entry) { out.append(entry.toString()); });
+        });
 }
 
 IntListMap readParamIntListMap(const db::ParamIterConst& params, const std::string& name) {

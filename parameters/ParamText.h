@@ -51,9 +51,8 @@ ReferenceMap readParamReferenceMap(const db::ParamIterConst& params, const std::
 StringListMap readParamStringListMap(const db::ParamIterConst& params, const std::string& name);
 
 // The list and map readers over a value already read: a caller may read on one thread and take
-// the text apart on another.
-QStringList parseStringList(const std::string& value);
-// The same list as the netlist reads it: views into `text`, the value decoded once.
+// the text apart on another. A stored list as the netlist reads it: views into `text`, the value
+// decoded once.
 struct ListEntries {
     QString text;
     std::vector<QStringView> items;
