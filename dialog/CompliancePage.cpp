@@ -6,6 +6,7 @@
 
 #include "catalogue/ComplianceLookups.h"
 #include "dialog/LaneTapDialog.h"
+#include "dialog/StoredSelection.h"
 #include "dialog/TreeHelpers.h"
 #include "dialog/TreeWidgetItem.h"
 
@@ -87,38 +88,21 @@ void LaneTapDialog::refreshCompliancePage() {
 
 QHash<QString, QSet<QString>> LaneTapDialog::collectModelsByType(
     const SignalRecordHash& records) const {
-    QHash<QString, QSet<QString>> models;
-    for (const SignalRecord* record : records) {
-        QSet<QString>& cells = models[record->signalType];
-        for (auto cell = record->models.cbegin(); cell != record->models.cend(); ++cell) {
-            cells.insert(cell.key());
-        }
-    }
-    return models;
-}
-
-QString LaneTapDialog::expectedModelForType(const QString& type) const {
-    // The receiving side of the cycle: data and strobe arrive at the controller when reading.
-    const bool dataOrStrobe = type == QLatin1String("DQ") || type == QLatin1String("DQS");
-    if (dataOrStrobe && ui.modeOfOperationBox->currentText() == QLatin1String("Read")) {
-        return controllerCellName;
-    }
-    return memoryCellName;
+    return modelsByType(records);
 }
 
 void LaneTapDialog::fillComplianceSignalTree(QTreeWidget* tree,
                                              const QHash<QString, QSet<QString>>& models) {
     tree->clear();
-    for (auto type = models.cbegin(); type != models.cend(); ++type) {
-        const QString expected = expectedModelForType(type.key());
-        if (!type.value().contains(expected)) {
-            continue;
-        }
+    // The cycle as the box names it: the receiving side of a type follows the text "Read".
+    const QHash<QString, QString> groups =
+        complianceGroups(models, ui.modeOfOperationBox->currentText() == QLatin1String("Read"));
+    for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
         auto* item = new TreeWidgetItem();
-        item->setText(0, type.key());
-        item->setText(1, expected);
+        item->setText(0, group.key());
+        item->setText(1, group.value());
         item->setForeground(1, Qt::darkGreen);
-        item->setText(keyColumn, type.key());
+        item->setText(keyColumn, group.key());
         tree->addTopLevelItem(item);
     }
 }

@@ -195,7 +195,6 @@ private:
     // CompliancePage.cpp
     void refreshCompliancePage();
     QHash<QString, QSet<QString>> collectModelsByType(const SignalRecordHash& records) const;
-    QString expectedModelForType(const QString& type) const;
     void fillComplianceSignalTree(QTreeWidget* tree, const QHash<QString, QSet<QString>>& models);
     void updateComplianceGroupTitle(QTreeWidgetItem* item);
     void recordComplianceAdded(QTreeWidgetItem* measurement, QTreeWidgetItem* signal);

@@ -6,7 +6,9 @@
 #include "catalogue/MeasurementTypes.h"
 #include "dialog/LaneTapDialog.h"
 #include "dialog/SetupFields.h"
+#include "dialog/StoredSelection.h"
 #include "parameters/ParamText.h"
+#include "parameters/TestModes.h"
 
 namespace LaneTapUI {
 
@@ -59,69 +61,6 @@ void storeInputPage(db::ParamIter& out, const InputPageFields& page) {
     writeParamString(out, page.windowKey, page.window->text());
 }
 
-// "key id id ,": a key without ids is the key, a blank and ",".
-template <class Ids>
-QString idRecord(const QString& key, const Ids& ids) {
-    QString text = key + QLatin1Char(' ');
-    for (int id : ids) {
-        text += QString::number(id) + QLatin1Char(' ');
-    }
-    return text + QLatin1Char(',');
-}
-
-template <class Ids>
-QString signalIdMap(const SignalRecordHash& signals, Ids SignalRecord::*ids) {
-    QString text;
-    for (auto it = signals.cbegin(); it != signals.cend(); ++it) {
-        text += it.value() ? idRecord(it.key(), it.value()->*ids) : idRecord(it.key(), Ids());
-    }
-    return text;
-}
-
-template <class Ids>
-QString groupIdMap(const QHash<QString, Ids>& groups) {
-    QString text;
-    for (auto it = groups.cbegin(); it != groups.cend(); ++it) {
-        text += idRecord(it.key(), it.value());
-    }
-    return text;
-}
-
-// "key name name ,".
-QString nameRecord(const QString& key, const QString& head, const SignalRecordHash& names) {
-    QString text = key + QLatin1Char(' ') + head;
-    for (auto it = names.cbegin(); it != names.cend(); ++it) {
-        text += it.key() + QLatin1Char(' ');
-    }
-    return text + QLatin1Char(',');
-}
-
-// One record per measurement with a reference entry: "key id name name ,". A signal without any
-// gives no record.
-QString referenceMap(const SignalRecordHash& signals) {
-    QString text;
-    for (auto it = signals.cbegin(); it != signals.cend(); ++it) {
-        if (!it.value()) {
-            continue;
-        }
-        const QHash<QString, SignalRecordHash>& entries = it.value()->refSignals;
-        for (auto entry = entries.cbegin(); entry != entries.cend(); ++entry) {
-            const int id = measurementTypesByDisplayName().value(entry.key(), StrobedEye);
-            text += nameRecord(it.key(), QString::number(id) + QLatin1Char(' '), entry.value());
-        }
-    }
-    return text;
-}
-
-QString writeLevelingReferenceMap(const SignalRecordHash& signals) {
-    QString text;
-    for (auto it = signals.cbegin(); it != signals.cend(); ++it) {
-        text += nameRecord(it.key(), QString(),
-                           it.value() ? it.value()->wlRefSignals : SignalRecordHash());
-    }
-    return text;
-}
-
 // ---- reading ----
 
 void restoreVoltage(const db::ParamIter& in, const VoltageField& field) {
@@ -140,24 +79,21 @@ QString doubleText(const db::ParamIter& in, const char* key) {
 }
 
 // With a controller in the design its settings decide strobe mode and cycle, and, for a bursting
-// controller, the DRAM type too; the stored values of those are not used.
+// controller, the DRAM type too. The stored DRAM type is shown first, so that a controller's type
+// changes the box as a user's choice would.
 void restoreTestModes(const db::ParamIter& in, const Ui::LaneTapQtDialog& form,
                       const ControllerParameters& controller) {
+    const int storedDramType = readParamInt(in, "dramType");
     // A stored DRAM type that names no item leaves the box as it is.
-    const int dramType = readParamInt(in, "dramType");
-    if (dramType >= 0 && dramType < form.dramTypeBox->count()) {
-        form.dramTypeBox->setCurrentIndex(dramType);
+    if (storedDramType >= 0 && storedDramType < form.dramTypeBox->count()) {
+        form.dramTypeBox->setCurrentIndex(storedDramType);
     }
-    if (!controller.parametersRead) {
-        form.dqsSignalModeBox->setCurrentIndex(readParamInt(in, "dqsSignalMode"));
-        form.modeOfOperationBox->setCurrentIndex(readParamInt(in, "modeOfOperation"));
-        return;
-    }
-    if (!controller.isNoBurst()) {
-        form.dramTypeBox->setCurrentIndex(controller.isDDR4() ? 0 : 1);
-    }
-    form.dqsSignalModeBox->setCurrentIndex(controller.isNoBurst() ? 0 : 1);
-    form.modeOfOperationBox->setCurrentIndex(controller.isReadMode() ? 0 : 1);
+    const TestModes modes = dialogTestModes(storedDramType, readParamInt(in, "dqsSignalMode"),
+                                            readParamInt(in, "modeOfOperation"), controller,
+                                            form.dramTypeBox->currentIndex());
+    form.dramTypeBox->setCurrentIndex(modes.dramType);
+    form.dqsSignalModeBox->setCurrentIndex(modes.dqsSignalMode);
+    form.modeOfOperationBox->setCurrentIndex(modes.operationMode);
 }
 
 // The stored list joins what the box holds already: a reused dialog adds it once more. The
@@ -193,101 +129,22 @@ void restoreInputPage(const db::ParamIter& in, const InputPageFields& page) {
     page.window->setText(doubleText(in, page.windowKey));
 }
 
-// The records of `all` under the stored names; names of signals no longer in the design go.
-SignalRecordHash knownRecords(const QStringList& names, const SignalRecordHash& all) {
-    SignalRecordHash records;
-    for (const QString& name : names) {
-        if (SignalRecord* record = all.value(name)) {
-            records.insert(name, record);
-        }
-    }
-    return records;
-}
-
-// Calls `apply` with the record and the stored entry of each stored signal that is selected;
-// entries of other signals go.
-template <class Map, class Apply>
-void forEachSelected(const Map& stored, const SignalRecordHash& selected, Apply apply) {
-    for (auto it = stored.cbegin(); it != stored.cend(); ++it) {
-        if (SignalRecord* record = selected.value(it.key())) {
-            apply(*record, it.value());
-        }
-    }
-}
-
-// The ids of each selected signal, resolved to names; unknown ids go. A group entry is taken as
-// stored: an unknown id keeps an entry with an empty name.
-void restoreMeasurements(const db::ParamIter& in, const SignalRecordHash& selected,
-                         QHash<QString, QHash<QString, int>>& groups) {
-    forEachSelected(
-        readParamIntListMap(in, "SelectedMeasurementsListMap"), selected,
-        [](SignalRecord& record, const QList<int>& ids) { record.setMeasurements(ids); });
-    const IntListMap groupIds = readParamIntListMap(in, "SelectedGroupMeasurementsListMap");
-    for (auto it = groupIds.cbegin(); it != groupIds.cend(); ++it) {
-        QHash<QString, int> entry;
-        for (int id : it.value()) {
-            entry.insert(measurementDisplayNames().value(static_cast<MeasurementType>(id)), id);
-        }
-        groups.insert(it.key(), entry);
-    }
-}
-
-// Each stored list replaces the reference entry of its measurement on a selected signal.
-void restoreReferences(const db::ParamIter& in, const SignalRecordHash& selected,
-                       const SignalRecordHash& all) {
-    forEachSelected(readParamReferenceMap(in, "SelectedMeasurementsRefSignalListMap"), selected,
-                    [&all](SignalRecord& record, const QHash<int, QStringList>& lists) {
-                        for (auto list = lists.cbegin(); list != lists.cend(); ++list) {
-                            const auto type = static_cast<MeasurementType>(list.key());
-                            record.setReferences(measurementDisplayNames().value(type),
-                                                 knownRecords(list.value(), all));
-                        }
-                    });
-}
-
-// A group keeps only the ids that the catalogue offers its signal type, the text before the
-// key's first "_", under the settings that the boxes show.
-QMultiHash<QString, int> offeredCompliance(const QString& groupKey, const QList<int>& ids,
-                                           const Ui::LaneTapQtDialog& form) {
-    const QMultiHash<qint32, QString> offered = complianceNamesFor(
-        groupKey.section(QLatin1Char('_'), 0, 0), form.dramTypeBox->currentText(),
-        form.modeOfOperationBox->currentIndex() != 0, form.dqsSignalModeBox->currentIndex());
-    QMultiHash<QString, int> entry;
-    for (int id : ids) {
-        if (offered.contains(id)) {
-            entry.insert(offered.value(id), id);
-        }
-    }
-    return entry;
+// What the boxes of the setup page show, as the compliance lookups take it.
+TestModes shownTestModes(const Ui::LaneTapQtDialog& form) {
+    TestModes modes;
+    modes.dramType = form.dramTypeBox->currentIndex();
+    modes.operationMode = form.modeOfOperationBox->currentIndex();
+    modes.dqsSignalMode = form.dqsSignalModeBox->currentIndex();
+    return modes;
 }
 
 // Compliance is on only when stored so and the controller runs no DDR simulation.
-void restoreCompliance(const db::ParamIter& in, const Ui::LaneTapQtDialog& form,
-                       const ControllerParameters& controller, const SignalRecordHash& selected,
-                       QHash<QString, QMultiHash<QString, int>>& groups) {
+void restoreComplianceSwitch(const db::ParamIter& in, const Ui::LaneTapQtDialog& form,
+                             const ControllerParameters& controller) {
     const bool off = readParamInt(in, "EnableComplianceMeasurements") == 0 ||
                      (controller.parametersRead && controller.isDDRSimulation());
     form.enableComplianceCheckBox->setChecked(!off);
     form.complianceGroup->setEnabled(!off);
-    forEachSelected(readParamIntListMap(in, "SelectedComplianceListMap"), selected,
-                    [](SignalRecord& record, const QList<int>& ids) { record.setCompliance(ids); });
-    const IntListMap groupIds = readParamIntListMap(in, "SelectedGroupComplianceListMap");
-    for (auto it = groupIds.cbegin(); it != groupIds.cend(); ++it) {
-        groups.insert(it.key(), offeredCompliance(it.key(), it.value(), form));
-    }
-}
-
-// A reference must still be in the design; its record comes from the write-leveling copy.
-void restoreWriteLevelingReferences(const db::ParamIter& in, const SignalRecordHash& selected,
-                                    const SignalRecordHash& all, const SignalRecordHash& wlAll) {
-    forEachSelected(readParamStringListMap(in, "WriteLevelingSelectedRefSignalListMap"), selected,
-                    [&](SignalRecord& record, const QStringList& names) {
-                        for (const QString& name : names) {
-                            if (all.contains(name)) {
-                                record.wlRefSignals.insert(name, wlAll.value(name));
-                            }
-                        }
-                    });
 }
 
 }  // namespace
@@ -309,7 +166,7 @@ void LaneTapDialog::saveWriteLevelingGroup(db::ParamIter& out) {
     writeParamInt(out, "TabWidgetTabNumber", furthestTab);
     writeParamStringList(out, "WritelevelingSelectedSignalList", wlSelectedSignals.keys());
     writeParamString(out, "WriteLevelingSelectedRefSignalListMap",
-                     writeLevelingReferenceMap(wlSelectedSignals));
+                     writeLevelingReferenceMapText(wlSelectedSignals));
 }
 
 void LaneTapDialog::saveMeasurementGroup(db::ParamIter& out) {
@@ -320,14 +177,15 @@ void LaneTapDialog::saveMeasurementGroup(db::ParamIter& out) {
     storeInputPage(out, dqInputFields(ui));
     storeInputPage(out, caInputFields(ui));
     storeVoltages(out, signalThresholdFields(ui));
-    writeParamString(out, "SelectedMeasurementsListMap",
-                     signalIdMap(selectedSignals, &SignalRecord::measurements));
-    writeParamString(out, "SelectedGroupMeasurementsListMap", groupIdMap(groupMeasurements));
-    writeParamString(out, "SelectedMeasurementsRefSignalListMap", referenceMap(selectedSignals));
+    writeParamString(out, "SelectedMeasurementsListMap", measurementMapText(selectedSignals));
+    writeParamString(out, "SelectedGroupMeasurementsListMap",
+                     groupMeasurementMapText(groupMeasurements));
+    writeParamString(out, "SelectedMeasurementsRefSignalListMap",
+                     referenceMapText(selectedSignals));
     writeParamInt(out, "EnableComplianceMeasurements", ui.enableComplianceCheckBox->isChecked());
-    writeParamString(out, "SelectedComplianceListMap",
-                     signalIdMap(selectedSignals, &SignalRecord::compliance));
-    writeParamString(out, "SelectedGroupComplianceListMap", groupIdMap(groupCompliance));
+    writeParamString(out, "SelectedComplianceListMap", complianceMapText(selectedSignals));
+    writeParamString(out, "SelectedGroupComplianceListMap",
+                     groupComplianceMapText(groupCompliance));
 }
 
 void LaneTapDialog::loadSettings(const db::ParamIter& in) {
@@ -356,13 +214,21 @@ void LaneTapDialog::loadSettings(const db::ParamIter& in) {
 void LaneTapDialog::loadSelections(const db::ParamIter& in) {
     moveKeys(readParamStringList(in, "SelectedSignalList"), availableSignals, selectedSignals);
     refreshSignalSelectionTrees();
-    restoreMeasurements(in, selectedSignals, groupMeasurements);
-    restoreReferences(in, selectedSignals, allSignals);
-    restoreCompliance(in, ui, *parameters, selectedSignals, groupCompliance);
+    restoreMeasurements(readParamIntListMap(in, "SelectedMeasurementsListMap"), selectedSignals);
+    restoreGroupMeasurements(readParamIntListMap(in, "SelectedGroupMeasurementsListMap"),
+                             groupMeasurements);
+    restoreReferences(readParamReferenceMap(in, "SelectedMeasurementsRefSignalListMap"),
+                      selectedSignals, allSignals);
+    restoreComplianceSwitch(in, ui, *parameters);
+    restoreSignalCompliance(readParamIntListMap(in, "SelectedComplianceListMap"), selectedSignals);
+    restoreGroupCompliance(readParamIntListMap(in, "SelectedGroupComplianceListMap"),
+                           shownTestModes(ui), groupCompliance);
     refreshMeasurementTab(ui.measurementTabs->currentIndex());
     moveKeys(readParamStringList(in, "WritelevelingSelectedSignalList"), wlAvailableSignals,
              wlSelectedSignals);
-    restoreWriteLevelingReferences(in, wlSelectedSignals, allSignals, wlAllSignals);
+    restoreWriteLevelingReferences(
+        readParamStringListMap(in, "WriteLevelingSelectedRefSignalListMap"), wlSelectedSignals,
+        allSignals, wlAllSignals);
 }
 
 }  // namespace LaneTapUI

@@ -5,6 +5,7 @@
 #include <QScrollBar>
 
 #include "dialog/LaneTapDialog.h"
+#include "dialog/StoredSelection.h"
 #include "dialog/TreeHelpers.h"
 #include "dialog/TreeWidgetItem.h"
 
@@ -241,45 +242,22 @@ void LaneTapDialog::deleteItemAndEmptyParents(QTreeWidgetItem* item) {
 
 void LaneTapDialog::moveKeys(const QStringList& keys, SignalRecordHash& from,
                              SignalRecordHash& to) {
-    for (const QString& key : keys) {
-        auto found = from.find(key);
-        if (found != from.end()) {
-            to.insert(key, found.value());
-            from.erase(found);
-        }
-    }
+    LaneTapUI::moveKeys(keys, from, to);
 }
 
 void LaneTapDialog::inheritGroupMeasurements(QTreeWidgetItem* item) {
     forEachLeaf(item, [this](const QString& key) {
         const SignalRecord* record = allSignals.value(key);
-        // The channel's key is tested where the node's might be expected: an entry under the
-        // node's key alone does not reach a signal added later.
-        if (record && (groupMeasurements.contains(record->signalType) ||
-                       groupMeasurements.contains(record->channelGroupKey))) {
+        if (record && LaneTapUI::inheritsGroupMeasurements(groupMeasurements, *record)) {
             applyGroupMeasurements(key);
         }
     });
 }
 
 void LaneTapDialog::applyGroupMeasurements(const QString& key) {
-    SignalRecord* record = allSignals.value(key);
-    if (!record) {
-        return;
+    if (SignalRecord* record = allSignals.value(key)) {
+        LaneTapUI::applyGroupMeasurements(groupMeasurements, *record);
     }
-    if (!groupMeasurements.contains(record->groupKey)) {
-        if (groupMeasurements.contains(record->channelGroupKey)) {
-            groupMeasurements.insert(record->groupKey,
-                                     groupMeasurements.value(record->channelGroupKey));
-        } else if (groupMeasurements.contains(record->signalType)) {
-            const QHash<QString, int> entry = groupMeasurements.value(record->signalType);
-            groupMeasurements.insert(record->channelGroupKey, entry);
-            groupMeasurements.insert(record->groupKey, entry);
-        } else {
-            return;
-        }
-    }
-    record->setMeasurementsWithReferences(groupMeasurements.value(record->groupKey).values());
 }
 
 void LaneTapDialog::moveSignalItem(QTreeWidget* from, QTreeWidget* to, SignalRecordHash& target,

@@ -11,6 +11,7 @@
 #include "netlist/NetlistText.h"
 #include "parameters/ParamText.h"
 #include "parameters/ProbedTable.h"
+#include "parameters/TestModes.h"
 
 namespace LaneTapUI {
 
@@ -186,11 +187,7 @@ bool NetlistWriter::isComplianceEnabled() const {
 }
 
 const QString& NetlistWriter::measurementCellForType(const QString& signalType) const {
-    // Asked for every signal: the names are made once.
-    static const QString controller = QString::fromLatin1(controllerCellName);
-    static const QString memory = QString::fromLatin1(memoryCellName);
-    const bool dataSignal = signalType == QLatin1String("DQ") || signalType == QLatin1String("DQS");
-    return dataSignal && controllerParameters->isReadMode() ? controller : memory;
+    return receivingCell(signalType, controllerParameters->isReadMode());
 }
 
 bool NetlistWriter::isReceiving(const SignalRecord& record) const {

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+
+#include "parameters/ControllerParameters.h"
+
+namespace LaneTapUI {
+
+// The items of the setup page's three mode boxes, in the order of their indices.
+inline constexpr const char* dramTypeItems[] = {"DDR4", "LPDDR4"};
+inline constexpr const char* cycleItems[] = {"Read", "Write"};
+inline constexpr const char* strobeModeItems[] = {"Continuous", "Burst"};
+
+// The DRAM type, cycle and strobe mode as the setup page's boxes hold them: the index of each box,
+// -1 for a box that shows no item.
+struct TestModes {
+    int dramType = 0;
+    int operationMode = 0;
+    int dqsSignalMode = 0;
+
+    // The box's text: "DDR4", "LPDDR4", or empty for no item.
+    QString dramTypeText() const;
+    // The cycle as the compliance lookups take it: 0 read, 1 anything else.
+    int cycle() const { return operationMode != 0 ? 1 : 0; }
+    bool readCycle() const { return operationMode == 0; }
+};
+
+// What the boxes show once a stored setup is loaded. The stored indices count where the controller
+// does not decide: a controller fixes the cycle and the strobe mode, and a bursting controller the
+// DRAM type too. A stored DRAM type that names no item leaves the box at `shownDramType`; a stored
+// strobe mode or cycle that names no item leaves its box empty.
+TestModes dialogTestModes(int storedDramType, int storedDqsSignalMode, int storedOperationMode,
+                          const ControllerParameters& controller, int shownDramType = 0);
+
+// The cell whose instances receive a signal of `type` in the cycle: data and strobes arrive at the
+// controller when reading, everything else at the memory. Compliance is judged on that side.
+const QString& receivingCell(const QString& type, bool readCycle);
+
+}  // namespace LaneTapUI
