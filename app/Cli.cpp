@@ -20,7 +20,10 @@ QString Arguments::required(const QString& option) const {
 Arguments parseArguments(const Command& command, const QStringList& words) {
     Arguments arguments;
     for (int i = 0; i < words.size(); ++i) {
-        const QString& word = words[i];
+        const QString shortName = words[i].mid(1);
+        const QString& word = words[i].startsWith('-') && command.shortNames.contains(shortName)
+                                  ? "--" + command.shortNames.value(shortName)
+                                  : words[i];
         if (!word.startsWith("--") || word == "--") {
             arguments.positional << word;
             continue;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -32,6 +33,8 @@ struct Command {
     QStringList valueOptions;
     QStringList flagOptions;
     int (*run)(const struct Arguments& arguments);
+    // One-letter forms of options: "o" for "output".
+    QHash<QString, QString> shortNames = {};
 };
 
 struct Arguments {

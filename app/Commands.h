@@ -12,5 +12,7 @@ int runSignals(const Arguments& arguments);
 int runCatalogue(const Arguments& arguments);
 int runGenerate(const Arguments& arguments);
 int runCheck(const Arguments& arguments);
+int runExport(const Arguments& arguments);
+int runApply(const Arguments& arguments);
 
 }  // namespace lanetap

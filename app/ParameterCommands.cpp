@@ -1,6 +1,10 @@
 #include <QMap>
 
 #include "app/Commands.h"
+#include "app/Nearest.h"
+#include "app/ValueForms.h"
+#include "discovery/SignalDiscovery.h"
+#include "parameters/ParamText.h"
 #include "standin/DesignFile.h"
 
 namespace lanetap {
@@ -56,6 +60,52 @@ int runGet(const Arguments& arguments) {
     return ExitOk;
 }
 
+namespace {
+
+// What the checks of a probe's values need: the design's signals and the speed grades the probe
+// will hold once `changed` is stored.
+ValueContext probeContext(db::Design* design, const standin::ParameterStore& changed) {
+    ValueContext context;
+    DiscoveredSignals discovered;
+    const auto controller = LaneTapUI::findControllerParameters(design);
+    LaneTapUI::discoverSignals(design, *controller, LaneTapUI::DiscoveryKind::Dialog,
+                               discovered.records);
+    for (const LaneTapUI::SignalRecord* record : qAsConst(discovered.records)) {
+        context.signalTypes.insert(record->key, record->signalType);
+    }
+    const std::string* grades = changed.find("speedGradeList");
+    const LaneTapUI::ListEntries list = LaneTapUI::parseListEntries(grades ? *grades : "");
+    for (const QStringView grade : list.items) {
+        context.speedGrades << grade.toString();
+    }
+    return context;
+}
+
+// A probe stores only the keys of its item definition, each in its form.
+void checkProbeValues(db::Design* design, const standin::Instance& probe,
+                      const standin::ParameterStore& changed, const QStringList& keys) {
+    QStringList known;
+    for (const LaneTapUI::StoredKey& stored : LaneTapUI::storedKeys()) {
+        known << stored.key;
+    }
+    const ValueContext context = probeContext(design, changed);
+    for (const QString& key : keys) {
+        const LaneTapUI::StoredKey* stored = LaneTapUI::findStoredKey(key);
+        if (!stored) {
+            throw Failure(ExitUsage, QString("probe %1 has no parameter %2%3")
+                                         .arg(QString::fromStdString(probe.name),
+                                              standin::quoted(key), nearestHint(key, known)));
+        }
+        const QString problem =
+            formProblem(*stored, QString::fromStdString(*changed.find(key.toStdString())), context);
+        if (!problem.isEmpty()) {
+            throw Failure(ExitUsage, QString("%1: %2").arg(key, problem));
+        }
+    }
+}
+
+}  // namespace
+
 int runSet(const Arguments& arguments) {
     ProbeInDesign opened;
     openProbe(opened, arguments, "set");
@@ -63,7 +113,8 @@ int runSet(const Arguments& arguments) {
     if (assignments.isEmpty()) {
         throw Failure(ExitUsage, "set needs at least one KEY=VALUE");
     }
-    standin::ParameterValues changed = opened.probe->parameters.values;
+    standin::ParameterStore changed = opened.probe->parameters;
+    QStringList keys;
     for (const QString& assignment : assignments) {
         const int equals = assignment.indexOf('=');
         const QString key = assignment.left(equals);
@@ -79,9 +130,13 @@ int runSet(const Arguments& arguments) {
             throw Failure(ExitUsage,
                           QString("the value of %1 %2").arg(key, QString::fromStdString(problem)));
         }
-        changed[key.toStdString()] = value.toStdString();
+        changed.values[key.toStdString()] = value.toStdString();
+        keys << key;
     }
-    opened.probe->parameters.values = changed;
+    if (opened.probe->cell == standin::probeCellName && !arguments.has("raw")) {
+        checkProbeValues(opened.host.design(), *opened.probe, changed, keys);
+    }
+    opened.probe->parameters.values = changed.values;
     try {
         opened.host.saveDesign();
     } catch (const standin::DesignError& error) {

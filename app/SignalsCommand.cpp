@@ -3,10 +3,10 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <algorithm>
 #include <memory>
 
 #include "app/Commands.h"
+#include "app/SignalOrder.h"
 #include "app/TextTable.h"
 #include "discovery/SignalDiscovery.h"
 
@@ -15,67 +15,6 @@ namespace {
 
 using LaneTapUI::InstanceNodes;
 using LaneTapUI::SignalRecord;
-
-int digitsEnd(const QString& text, int from) {
-    while (from < text.size() && text[from].isDigit()) {
-        ++from;
-    }
-    return from;
-}
-
-int zerosEnd(const QString& text, int from, int end) {
-    while (from < end && text[from] == QLatin1Char('0')) {
-        ++from;
-    }
-    return from;
-}
-
-// Orders text as people count: "DQ2" before "DQ10". Runs of digits compare as numbers; text
-// that is equal so far compares as plain text, so that the order is total.
-bool naturalLess(const QString& a, const QString& b) {
-    int i = 0;
-    int j = 0;
-    while (i < a.size() && j < b.size()) {
-        if (a[i].isDigit() && b[j].isDigit()) {
-            const int endA = digitsEnd(a, i);
-            const int endB = digitsEnd(b, j);
-            const int startA = zerosEnd(a, i, endA);
-            const int startB = zerosEnd(b, j, endB);
-            if (endA - startA != endB - startB) {
-                return endA - startA < endB - startB;
-            }
-            const int order = QStringRef(&a, startA, endA - startA)
-                                  .compare(QStringRef(&b, startB, endB - startB));
-            if (order != 0) {
-                return order < 0;
-            }
-            i = endA;
-            j = endB;
-        } else if (a[i] != b[j]) {
-            return a[i] < b[j];
-        } else {
-            ++i;
-            ++j;
-        }
-    }
-    if (i < a.size() || j < b.size()) {
-        return j < b.size();
-    }
-    return a < b;
-}
-
-QStringList naturallySorted(QStringList texts) {
-    std::sort(texts.begin(), texts.end(), naturalLess);
-    return texts;
-}
-
-// The text by which records are sorted; the separator sorts below every printable character, so
-// that "DQ" comes before "DQS".
-QString treeOrder(const SignalRecord& record) {
-    const QChar separator(1);
-    return record.signalType + separator + record.channel + separator + record.nodeName +
-           separator + record.signalIndex + separator + record.key;
-}
 
 // Instance name to the cell it is an instance of, from the record's models.
 QHash<QString, QString> cellsOf(const SignalRecord& record) {
@@ -178,11 +117,7 @@ int runSignals(const Arguments& arguments) {
                                discovered.records);
     printWarnings(host);
 
-    // In the order of the dialog's signal trees: type, channel, node, then index.
-    QList<const SignalRecord*> records(discovered.records.cbegin(), discovered.records.cend());
-    std::sort(records.begin(), records.end(), [](const SignalRecord* a, const SignalRecord* b) {
-        return naturalLess(treeOrder(*a), treeOrder(*b));
-    });
+    const QList<const SignalRecord*> records = inTreeOrder(discovered.records);
     if (arguments.has("json")) {
         QJsonArray array;
         for (const SignalRecord* record : records) {

@@ -70,13 +70,49 @@ const Command commands[] = {
      {},
      &lanetap::runGet},
     {"set",
-     "set DESIGN --probe NAME KEY=VALUE...",
+     "set DESIGN --probe NAME [--raw] KEY=VALUE...",
      "Sets parameters of the instance NAME and saves the design file. The file is replaced in\n"
-     "one step, so it is either fully written or left as it was.\n\n"
-     "  --probe NAME    the instance\n",
+     "one step, so it is either fully written or left as it was.\n"
+     "A probe takes only the keys of its setup, each in its stored form (an int is an integer, an\n"
+     "index names an item of its box, a voltage is a number with a blank and a unit where it has\n"
+     "one, lists and maps name signals of the design, measurement codes and compliance ids);\n"
+     "docs/setup-parameters.md lists them. Anything else is refused, and nothing is written.\n\n"
+     "  --probe NAME    the instance\n"
+     "  --raw           store a probe's values as given, without the check of their form\n",
      {"probe"},
-     {},
+     {"raw"},
      &lanetap::runSet},
+    {"export",
+     "export DESIGN --probe NAME [-o FILE]",
+     "Writes the setup that the probe NAME stores as a JSON document in words, as the setup\n"
+     "dialog shows it: test environment, supplies and thresholds, the selected signals, their\n"
+     "measurements, the references that are not the automatic ones, and the compliance tests by\n"
+     "name ('offered' for all a group is offered). What the dialog would drop or cannot show is\n"
+     "left out, with a note on stderr. 'lanetap apply' reads the document back;\n"
+     "docs/setup-parameters.md describes it.\n\n"
+     "  --probe NAME        the probe instance\n"
+     "  -o, --output FILE   write the document to FILE (replaced in one step), not to stdout\n",
+     {"probe", "output"},
+     {},
+     &lanetap::runExport,
+     {{"o", "output"}}},
+    {"apply",
+     "apply DESIGN --probe NAME SETUP [--dry-run]",
+     "Applies a setup document (as 'lanetap export' writes it) to the probe NAME and saves the\n"
+     "design file. Each section or field the document has replaces what is stored; what it\n"
+     "leaves out stays. Signals are keys or glob patterns ('DQ_Ch0_U2_DQ[0-7]', as 'lanetap\n"
+     "signals' lists them), measurements and compliance tests are names as the dialog shows\n"
+     "them, references are keys or 'auto' for the automatic reference. The parameters become\n"
+     "what the dialog would store for the same choices; a key whose words do not change keeps\n"
+     "its text. A name, pattern or id that names nothing, a measurement the signal does not\n"
+     "have, a reference of a type the signal may not take, or a field the design's controller\n"
+     "decides otherwise is refused with one line and exit code 2, and nothing is written.\n\n"
+     "  --probe NAME    the probe instance\n"
+     "  --dry-run       print each parameter that would change, as KEY: \"OLD\" -> \"NEW\", and\n"
+     "                  write nothing\n",
+     {"probe"},
+     {"dry-run"},
+     &lanetap::runApply},
     {"setup",
      "setup DESIGN --probe NAME [--plugin PATH] [--tab N --screenshot FILE]",
      "Opens the probe's setup dialog in a window, as the host does when the user edits the\n"

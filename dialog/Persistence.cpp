@@ -141,8 +141,7 @@ TestModes shownTestModes(const Ui::LaneTapQtDialog& form) {
 // Compliance is on only when stored so and the controller runs no DDR simulation.
 void restoreComplianceSwitch(const db::ParamIter& in, const Ui::LaneTapQtDialog& form,
                              const ControllerParameters& controller) {
-    const bool off = readParamInt(in, "EnableComplianceMeasurements") == 0 ||
-                     (controller.parametersRead && controller.isDDRSimulation());
+    const bool off = !isComplianceOn(readParamInt(in, "EnableComplianceMeasurements"), controller);
     form.enableComplianceCheckBox->setChecked(!off);
     form.complianceGroup->setEnabled(!off);
 }

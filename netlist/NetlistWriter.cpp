@@ -182,8 +182,8 @@ QByteArray NetlistWriter::writeBlock() {
 }
 
 bool NetlistWriter::isComplianceEnabled() const {
-    return readParamInt(*parameterIterator, "EnableComplianceMeasurements") != 0 &&
-           !controllerParameters->isDDRSimulation();
+    return isComplianceOn(readParamInt(*parameterIterator, "EnableComplianceMeasurements"),
+                          *controllerParameters);
 }
 
 const QString& NetlistWriter::measurementCellForType(const QString& signalType) const {

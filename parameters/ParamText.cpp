@@ -289,13 +289,17 @@ void writeParamString(db::ParamIter& params, const std::string& name, const QStr
     store(params, name, text.toStdString());
 }
 
-void writeParamStringList(db::ParamIter& params, const std::string& name,
-                          const QStringList& items) {
+QString stringListText(const QStringList& items) {
     QString text;
     for (const QString& item : items) {
         text += item + ',';
     }
-    writeParamString(params, name, text);
+    return text;
+}
+
+void writeParamStringList(db::ParamIter& params, const std::string& name,
+                          const QStringList& items) {
+    writeParamString(params, name, stringListText(items));
 }
 
 void writeParamInt(db::ParamIter& params, const std::string& name, int value) {

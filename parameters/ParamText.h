@@ -71,6 +71,9 @@ struct IntListEntries {
 IntListEntries parseIntListEntries(const std::string& value);
 ReferenceMap parseReferenceMap(const std::string& value);
 
+// The text of a string list: every item followed by ","; the empty list is the empty text.
+QString stringListText(const QStringList& items);
+
 void writeParamString(db::ParamIter& params, const std::string& name, const QString& text);
 // Every item followed by ","; the empty list is the empty text.
 void writeParamStringList(db::ParamIter& params, const std::string& name, const QStringList& items);

@@ -36,6 +36,11 @@ TestModes dialogTestModes(int storedDramType, int storedDqsSignalMode, int store
     return modes;
 }
 
+bool isComplianceOn(int storedSwitch, const ControllerParameters& controller) {
+    // A controller that was never read answers as a transient simulation.
+    return storedSwitch != 0 && !controller.isDDRSimulation();
+}
+
 const QString& receivingCell(const QString& type, bool readCycle) {
     // Asked for every signal of a board: the names are made once.
     static const QString controller = QString::fromLatin1(controllerCellName);

@@ -32,6 +32,10 @@ struct TestModes {
 TestModes dialogTestModes(int storedDramType, int storedDqsSignalMode, int storedOperationMode,
                           const ControllerParameters& controller, int shownDramType = 0);
 
+// Whether compliance is on for a stored switch: stored on, and no DDR simulation at the controller,
+// which has no compliance measurements.
+bool isComplianceOn(int storedSwitch, const ControllerParameters& controller);
+
 // The cell whose instances receive a signal of `type` in the cycle: data and strobes arrive at the
 // controller when reading, everything else at the memory. Compliance is judged on that side.
 const QString& receivingCell(const QString& type, bool readCycle);

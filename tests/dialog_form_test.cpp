@@ -7,6 +7,8 @@
 #include <QRegularExpression>
 #include <QTabBar>
 
+#include "parameters/StoredKeys.h"
+#include "standin/ItemDefinition.h"
 #include "support/TestSupport.h"
 #include "ui_LaneTapQtDialog.h"
 
@@ -87,3 +89,45 @@ TEST(DialogForm, EveryWidgetThatShowsSomethingWithItsClassAndTexts) {
     }
     EXPECT_EQ(QStringList(expected.keys()).join(' ').toStdString(), "") << "rows without a widget";
 }
+
+namespace {
+
+// The stored keys of a probe are those of its item definition, and the items a key names by index
+// or by text are the items of its box in the form, in order.
+TEST(DialogForm, StoredKeysAreTheItemDefinitionsWithTheFormsItems) {
+    QStringList keys;
+    for (const LaneTapUI::StoredKey& key : LaneTapUI::storedKeys()) {
+        keys << key.key;
+    }
+    QStringList defined;
+    for (const auto& entry : standin::probeItemDefinition()) {
+        defined << QString::fromStdString(entry.first);
+    }
+    keys.sort();
+    EXPECT_EQ(keys, defined);
+
+    QWidget widget;
+    Ui::LaneTapQtDialog form;
+    form.setupUi(&widget);
+    const std::pair<const char*, QWidget*> boxes[] = {
+        {"dramType", form.dramTypeBox},           {"modeOfOperation", form.modeOfOperationBox},
+        {"dqsSignalMode", form.dqsSignalModeBox}, {"GroupDQBox", form.groupDQSignalBox},
+        {"GroupCABox", form.groupCASignalBox},    {"TabWidgetTabNumber", form.measurementTabs}};
+    for (const auto& [key, box] : boxes) {
+        QStringList items;
+        if (const auto* combo = qobject_cast<QComboBox*>(box)) {
+            for (int i = 0; i < combo->count(); ++i) {
+                items << combo->itemText(i);
+            }
+        } else if (const auto* tabs = qobject_cast<QTabWidget*>(box)) {
+            for (int i = 0; i < tabs->count(); ++i) {
+                items << tabs->tabText(i);
+            }
+        }
+        EXPECT_EQ(LaneTapUI::findStoredKey(key)->items, items) << key;
+    }
+    EXPECT_EQ(LaneTapUI::findStoredKey("StackWidgetPageNumber")->items.size(),
+              form.stackedWidget->count());
+}
+
+}  // namespace

@@ -1,0 +1,174 @@
+// `lanetap export` and `lanetap apply`: a probe's setup as a document in words, and back.
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QSaveFile>
+
+#include "app/Commands.h"
+#include "app/Nearest.h"
+#include "app/SetupDocument.h"
+#include "app/ValueForms.h"
+#include "standin/DesignFile.h"
+#include "standin/ItemDefinition.h"
+
+namespace lanetap {
+
+namespace {
+
+const char documentFormat[] = "lanetap-setup-1";
+const QStringList sections{"format",  "testEnvironment", "supplies",   "thresholds",
+                           "signals", "measurements",    "references", "compliance"};
+
+// The probe instance of the loaded design, refusing any other instance.
+standin::Instance* setupProbe(const standin::Host& host, const QString& name) {
+    standin::Instance* probe = findProbe(host, name);
+    if (probe->cell != standin::probeCellName) {
+        throw Failure(ExitUsage, QString("%1 is a %2, not a LaneTap probe")
+                                     .arg(name, QString::fromStdString(probe->cell)));
+    }
+    return probe;
+}
+
+QJsonObject readDocument(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw Failure(ExitUsage, QString("%1: cannot read: %2").arg(path, file.errorString()));
+    }
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
+    if (error.error != QJsonParseError::NoError) {
+        throw Failure(ExitUsage, QString("%1: not a JSON document: %2 at byte %3")
+                                     .arg(path, error.errorString())
+                                     .arg(error.offset));
+    }
+    if (!document.isObject()) {
+        throw Failure(ExitUsage, QString("%1: the setup is a JSON object").arg(path));
+    }
+    return document.object();
+}
+
+// Every text applying writes must pass the doors a text passes to the design file.
+void checkStorable(const QMap<QString, QString>& changes) {
+    for (auto it = changes.cbegin(); it != changes.cend(); ++it) {
+        const std::string problem = standin::valueProblem(it.key().toStdString(), it.value());
+        if (!problem.empty()) {
+            refuse(it.key(), QString::fromStdString(problem));
+        }
+    }
+}
+
+}  // namespace
+
+void refuse(const QString& path, const QString& message) {
+    throw Failure(ExitUsage, path.isEmpty() ? message : path + ": " + message);
+}
+
+QString wordText(const QJsonValue& value) {
+    if (value.isString()) {
+        return value.toString();
+    }
+    if (value.isDouble()) {
+        return QString::number(value.toDouble(), 'g', 15);
+    }
+    return QString();
+}
+
+void refuseUnknownFields(const QString& path, const QJsonObject& object, const QStringList& known) {
+    for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
+        if (!known.contains(it.key())) {
+            refuse(path, QString("unknown field %1%2")
+                             .arg(standin::quoted(it.key()), nearestHint(it.key(), known)));
+        }
+    }
+}
+
+QJsonObject exportSetup(const ProbeSetup& setup, int& leftOut) {
+    QJsonObject document{{"format", documentFormat}};
+    exportFields(setup, document, leftOut);
+    exportChoices(setup, document, leftOut);
+    return document;
+}
+
+QMap<QString, QString> applySetup(ProbeSetup& setup, const QJsonObject& document) {
+    refuseUnknownFields(QString(), document, sections);
+    if (document.contains("format") && document.value("format").toString() != documentFormat) {
+        refuse("format", QString("this program reads \"%1\" documents").arg(documentFormat));
+    }
+    QMap<QString, QString> changes;
+    LaneTapUI::TestModes modes;
+    applyFields(setup, document, changes, modes);
+    applyChoices(setup, document, modes, changes);
+    checkStorable(changes);
+    return changes;
+}
+
+int runExport(const Arguments& arguments) {
+    const QString& designFile = designFileOf(arguments, "export");
+    standin::Host host;
+    loadDesign(host, designFile);
+    standin::Instance* probe = setupProbe(host, arguments.required("probe"));
+    const ProbeSetup setup(host.design(), probe);
+    int leftOut = 0;
+    const QByteArray text =
+        QJsonDocument(exportSetup(setup, leftOut)).toJson(QJsonDocument::Indented);
+    if (leftOut > 0) {
+        std::fprintf(stderr,
+                     "note: %d stored entries that the dialog drops or cannot show are left out; "
+                     "'lanetap check' names them\n",
+                     leftOut);
+    }
+    const QString output = arguments.value("output");
+    if (output.isEmpty()) {
+        writeOut(text);
+        return ExitOk;
+    }
+    QSaveFile file(output);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
+        throw Failure(ExitUsage, QString("%1: cannot write: %2").arg(output, file.errorString()));
+    }
+    return ExitOk;
+}
+
+int runApply(const Arguments& arguments) {
+    if (arguments.positional.size() != 2) {
+        throw Failure(ExitUsage, "apply needs a design file and a setup file");
+    }
+    const QString& setupFile = arguments.positional[1];
+    standin::Host host;
+    loadDesign(host, arguments.positional[0]);
+    standin::Instance* probe = setupProbe(host, arguments.required("probe"));
+    const QJsonObject document = readDocument(setupFile);
+    QMap<QString, QString> changes;
+    {
+        ProbeSetup setup(host.design(), probe);
+        try {
+            changes = applySetup(setup, document);
+        } catch (const Failure& failure) {
+            throw Failure(failure.code, setupFile + ": " + failure.what());
+        }
+    }
+    if (arguments.has("dry-run")) {
+        QString text;
+        for (auto it = changes.cbegin(); it != changes.cend(); ++it) {
+            const std::string* old = probe->parameters.find(it.key().toStdString());
+            text += QString("%1: \"%2\" -> \"%3\"\n")
+                        .arg(it.key(), old ? QString::fromStdString(*old) : QString(), it.value());
+        }
+        writeOut(changes.isEmpty() ? QString("no change\n") : text);
+        return ExitOk;
+    }
+    if (changes.isEmpty()) {
+        return ExitOk;
+    }
+    for (auto it = changes.cbegin(); it != changes.cend(); ++it) {
+        probe->parameters.values[it.key().toStdString()] = it.value().toStdString();
+    }
+    try {
+        host.saveDesign();
+    } catch (const standin::DesignError& error) {
+        throw Failure(ExitUsage, error.what());
+    }
+    return ExitOk;
+}
+
+}  // namespace lanetap
