@@ -4,23 +4,17 @@
 #include "netlist/NetlistText.h"
 #include "netlist/NetlistWriter.h"
 #include "parameters/ParamText.h"
+#include "parameters/TestModes.h"
 
 namespace LaneTapUI {
 
 bool NetlistWriter::isComplianceGroupApplicable(const QString& group, const QList<int>& ids) const {
-    // The probe's own choices count only in a design without a controller.
-    int operationMode = readParamInt(*parameterIterator, "modeOfOperation") != 0 ? 1 : 0;
-    int dqsSignalMode = readParamInt(*parameterIterator, "dqsSignalMode");
-    QString dramType = readParamInt(*parameterIterator, "dramType") != 0 ? QStringLiteral("LPDDR4")
-                                                                         : QStringLiteral("DDR4");
-    if (controllerParameters->parametersRead) {
-        operationMode = controllerParameters->isReadMode() ? 0 : 1;
-        dqsSignalMode = controllerParameters->isNoBurst() ? 0 : 1;
-        dramType =
-            controllerParameters->isDDR4() ? QStringLiteral("DDR4") : QStringLiteral("LPDDR4");
-    }
+    const TestModes modes =
+        blockTestModes(readParamInt(*parameterIterator, "dramType"),
+                       readParamInt(*parameterIterator, "dqsSignalMode"),
+                       readParamInt(*parameterIterator, "modeOfOperation"), *controllerParameters);
     const QMultiHash<qint32, QString> offered =
-        complianceNamesFor(group, dramType, operationMode, dqsSignalMode);
+        complianceNamesFor(group, modes.dramTypeText(), modes.cycle(), modes.dqsSignalMode);
     return std::any_of(ids.cbegin(), ids.cend(), [&](int id) { return offered.contains(id); });
 }
 

@@ -36,6 +36,21 @@ TestModes dialogTestModes(int storedDramType, int storedDqsSignalMode, int store
     return modes;
 }
 
+TestModes blockTestModes(int storedDramType, int storedDqsSignalMode, int storedOperationMode,
+                         const ControllerParameters& controller) {
+    TestModes modes;
+    if (!controller.parametersRead) {
+        modes.dramType = storedDramType != 0 ? 1 : 0;
+        modes.operationMode = storedOperationMode != 0 ? 1 : 0;
+        modes.dqsSignalMode = storedDqsSignalMode;
+        return modes;
+    }
+    modes.dramType = controller.isDDR4() ? 0 : 1;
+    modes.operationMode = controller.isReadMode() ? 0 : 1;
+    modes.dqsSignalMode = controller.isNoBurst() ? 0 : 1;
+    return modes;
+}
+
 bool isComplianceOn(int storedSwitch, const ControllerParameters& controller) {
     // A controller that was never read answers as a transient simulation.
     return storedSwitch != 0 && !controller.isDDRSimulation();

@@ -32,6 +32,15 @@ struct TestModes {
 TestModes dialogTestModes(int storedDramType, int storedDqsSignalMode, int storedOperationMode,
                           const ControllerParameters& controller, int shownDramType = 0);
 
+// The modes by which the block judges which compliance tests apply. The stored values count only
+// without a controller: a stored cycle or DRAM type that is not 0 counts as write or LPDDR4, and
+// the strobe mode is taken as stored, any value but 0 bursting. A controller decides all three,
+// its DRAM type being DDR4 unless its burst pattern is LPDDR4's, a controller without a burst
+// pattern included. Where the dialog lets the probe choose the DRAM type of such a controller, the
+// two readings differ.
+TestModes blockTestModes(int storedDramType, int storedDqsSignalMode, int storedOperationMode,
+                         const ControllerParameters& controller);
+
 // Whether compliance is on for a stored switch: stored on, and no DDR simulation at the controller,
 // which has no compliance measurements.
 bool isComplianceOn(int storedSwitch, const ControllerParameters& controller);
