@@ -26,34 +26,35 @@ const Command commands[] = {
      &lanetap::runNetlist},
     {"check",
      "check DESIGN --probe NAME [--json] [--plugin PATH]",
-     "Reads the setup that the probe NAME stores against the design, with the plug-in's own "
-     "rules,\n"
-     "and reports every finding as 'SEVERITY CODE KEY ITEM: MESSAGE' ('-' for a key or item that\n"
-     "does not apply), then a summary line. It never changes the file. Exit code 0 when nothing\n"
-     "is above a note, 1 when there is a warning or an error, 2 for bad usage or a design that\n"
-     "cannot be read.\n\n"
+     "Reads the setup that the probe NAME stores and learns what the plug-in does with it by\n"
+     "running its roads: the block is written once and read back by its grammar, and the dialog\n"
+     "opens unseen and stores the setup back. Reports every finding as 'SEVERITY CODE KEY ITEM:\n"
+     "MESSAGE' ('-' for a key or item that does not apply), then a summary line. It never\n"
+     "changes the file. Exit code 0 when nothing is above a note, 1 when there is a warning or an\n"
+     "error, 2 for bad usage or a design that cannot be read.\n\n"
      "Errors: the dialog or the block cannot work as stored.\n"
-     "  bad-voltage              a voltage that is blank or holds no number\n"
+     "  bad-voltage          a voltage that is blank or no number with a blank and a unit\n"
+     "  dialog-fails         the dialog cannot open for another reason\n"
      "Warnings: the plug-in will drop or change what is stored, or the block carries a warning.\n"
-     "  stale-signal             a signal key of a stored list or map that the design lacks\n"
-     "  stale-reference          a reference signal that the design lacks\n"
-     "  missing-reference        a selected signal's measurement that needs a reference and has\n"
-     "                           none (item: 'SIGNAL MEASUREMENT')\n"
-     "  unknown-id               a measurement or compliance id the catalogue does not know\n"
-     "                           (item: 'KEY ID')\n"
-     "  compliance-not-offered   a compliance id that the compliance page does not offer for its\n"
-     "                           group under the DRAM type, cycle and strobe mode in force\n"
-     "  bad-index                a DRAM type, strobe mode, cycle or speed grade index that names\n"
-     "                           no item of its box\n"
-     "  bad-number               a number that reads as 0 without being 0\n"
-     "  unsafe-value             a value the settings line carries with blanks outside double\n"
-     "                           quotes, or a quote or backslash within\n"
-     "  netlist-warning          each warning that 'lanetap netlist' prints for the probe\n"
+     "  bad-number           a number, code or id the plug-in reads otherwise than it reads\n"
+     "  bad-index            an index that names no item of its box\n"
+     "  duplicate            a signal, code, reference or id stored twice in one entry\n"
+     "  modes-differ         the dialog offers tests for other modes than the block judges by\n"
+     "  rate-mismatch        the controller's data rate and the speed grade disagree\n"
+     "  not-measurable       a measurement its own description rules out for the signal\n"
+     "  unsafe-value         a value or name the block's reader cannot read back\n"
+     "  netlist-warning      each warning that 'lanetap netlist' prints for the probe\n"
+     "  not-written          a stored entry the block does not carry, with the reason\n"
+     "  missing-reference    a measurement that needs a reference and has none\n"
+     "  unknown-id           a measurement code that no measurement has\n"
+     "  dialog-changes       a key the dialog stores with another meaning (a note when the\n"
+     "                       block stays the same)\n"
      "Notes: worth knowing.\n"
-     "  compliance-inactive      compliance stored on in a DDR simulation: the block carries none\n"
-     "  controller-override      a stored strobe mode, cycle or DRAM type that the controller\n"
-     "                           decides otherwise\n"
-     "  nothing-selected         no signal is selected\n\n"
+     "  compliance-adds      how many signals compliance adds beyond the selection\n"
+     "  compliance-inactive  compliance stored on in a DDR simulation: the block carries none\n"
+     "  controller-override  a stored mode that the controller decides otherwise\n"
+     "  nothing-selected     no signal is selected\n"
+     "docs/check.md explains every code.\n\n"
      "  --probe NAME    the probe instance\n"
      "  --json          {\"design\", \"probe\", \"findings\": [{\"severity\", \"code\", \"key\",\n"
      "                  \"item\", \"message\"}]}, with null for a key or item that does not apply\n"
@@ -240,17 +241,19 @@ int dispatch(const QStringList& words) {
 
 }  // namespace
 
-// Only the dialog needs the widget side of Qt; the other commands run without a display.
-bool needsWidgets(int argc, char** argv) {
-    if (argc < 2 || std::strcmp(argv[1], "setup") != 0) {
-        return false;
-    }
+// Only the dialog needs the widget side of Qt: `setup` shows it, `check` opens it unseen.
+enum class Widgets { None, Shown, Unseen };
+
+Widgets widgetsFor(int argc, char** argv) {
     for (int i = 2; i < argc; ++i) {
         if (std::strcmp(argv[i], "--help") == 0) {
-            return false;
+            return Widgets::None;
         }
     }
-    return true;
+    if (argc >= 2 && std::strcmp(argv[1], "setup") == 0) {
+        return Widgets::Shown;
+    }
+    return argc >= 2 && std::strcmp(argv[1], "check") == 0 ? Widgets::Unseen : Widgets::None;
 }
 
 // Qt ends the process when its window system cannot be reached; say so in one line instead.
@@ -268,15 +271,20 @@ int main(int argc, char** argv) {
     // whatever QT_HASH_SEED says (Qt would not take a seed of ours while it is set).
     qunsetenv("QT_HASH_SEED");
     qSetGlobalQHashSeed(0);
-    const bool widgets = needsWidgets(argc, argv);
-    if (widgets && displayMissing()) {
+    const Widgets widgets = widgetsFor(argc, argv);
+    if (widgets == Widgets::Unseen) {
+        // Nothing is shown, and what Qt says of the platform is nothing to the user.
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    }
+    if (widgets == Widgets::Shown && displayMissing()) {
         std::fprintf(stderr,
                      "lanetap: error: setup needs a display; without one, run it with "
                      "QT_QPA_PLATFORM=offscreen and --screenshot\n");
         return lanetap::ExitUsage;
     }
-    const std::unique_ptr<QCoreApplication> application(widgets ? new QApplication(argc, argv)
-                                                                : new QCoreApplication(argc, argv));
+    const std::unique_ptr<QCoreApplication> application(
+        widgets != Widgets::None ? new QApplication(argc, argv) : new QCoreApplication(argc, argv));
     QCoreApplication::setApplicationName("lanetap");
     QCoreApplication::setApplicationVersion(LANETAP_VERSION);
     try {

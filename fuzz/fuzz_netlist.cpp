@@ -8,10 +8,10 @@
 // come, keep the shape the post-processing module reads, leave the parameters as they were, and
 // every warning must be one line.
 
-#include <QRegularExpression>
 #include <QSet>
 #include <QString>
 #include <QStringList>
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "fuzz/FuzzCheck.h"
+#include "netlist/BlockReader.h"
 #include "host/DdrMetaData.h"
 #include "standin/Design.h"
 #include "standin/Host.h"
@@ -138,111 +139,38 @@ standin::Host& host() {
     return *loaded;
 }
 
-const QString header = QStringLiteral("\n;Lane_Tap\n#load \"python\",\"TDM_LaneTap\"\n");
-const QStringList sections = {"NodeData", "NodeMeasMap", "NodeRefMap", "ComplianceMeasMap"};
-
-// The shape of the block, as docs/netlist-block.md gives it. The map lines name only signals that
-// have node lines, or that a warning named.
-void checkBlock(const QString& block, const std::vector<std::string>& warnings) {
-    const auto problem = [&](const QString& what) {
-        fail(what.toStdString() + "\nin the block " + shown(block));
-    };
-    if (!block.startsWith(header)) {
-        problem("the block does not start with its header");
-    }
-    if (!block.endsWith(QLatin1String(" \n\n")) || block.endsWith(QLatin1String("\n\n\n"))) {
-        problem("the block does not end in one blank, a line end and one empty line");
-    }
-    const QStringList lines = block.mid(header.size()).chopped(2).split(QLatin1Char('\n'));
-    if (lines.size() < 2) {
-        problem("the block has no settings line");
-    }
-
-    // One statement: every line but the last continues with " \", the last keeps its blank.
-    QStringList bodies;
-    for (int i = 0; i < lines.size(); ++i) {
-        const bool last = i == lines.size() - 1;
-        const QString ending = last ? QStringLiteral(" ") : QStringLiteral(" \\");
-        if (!lines[i].endsWith(ending)) {
-            problem(QString("line %1 does not end in %2").arg(i + 1).arg(ending));
+// The block as its reader reads it. Stored values reach the settings line as they stand, so a
+// value the doors would refuse may break its pair; nothing else may break: the statement, the
+// component line, the sections and their counts hold whatever is stored. The map lines name only
+// signals that have node lines, or that a warning named.
+void checkBlock(const QString& text, const std::vector<std::string>& warnings) {
+    const LaneTapUI::NetlistBlock block = LaneTapUI::readBlock(text);
+    for (const LaneTapUI::BlockProblem& problem : block.problems) {
+        if (problem.place != LaneTapUI::BlockProblem::Place::Setting) {
+            fail("the block cannot be read: " + problem.text().toStdString() + "\nin the block " +
+                 shown(text));
         }
-        bodies << lines[i].chopped(ending.size());
     }
-
-    const QString componentStart = QStringLiteral("ComponentWithNodes:X1 ");
-    const QString componentEnd = QStringLiteral("Type=\"ModelExtractor\" Module=\"LaneTap\"");
-    if (!bodies[0].startsWith(componentStart) || !bodies[0].endsWith(componentEnd)) {
-        problem("the component line is not ComponentWithNodes:X1 NETS Type=... Module=...");
-    }
-    // Every net is followed by one blank.
-    const int nets = bodies[0].mid(componentStart.size()).chopped(componentEnd.size()).count(' ');
-    if (!bodies[1].startsWith(QLatin1String(" Settings_ReadWriteOperation="))) {
-        problem("the second line is not the settings line");
-    }
-
-    static const QRegularExpression listLine(
-        QStringLiteral(R"re(^([A-Za-z]+)\[([0-9]+)\] = list\(("[^"]*"(, "[^"]*")*)\)$)re"));
-    static const QRegularExpression field(QStringLiteral(R"re("([^"]*)")re"));
-    int section = 0;
-    int counter = 0;
-    int nodeLines = 0;
     QSet<QString> watched;
-    const auto known = [&](const QString& key) {
-        if (watched.contains(key)) {
-            return true;
-        }
-        const std::string quoted = "'" + key.toStdString() + "'";
-        for (const std::string& warning : warnings) {
-            if (warning.find(quoted) != std::string::npos) {
-                return true;
-            }
-        }
-        return false;
-    };
-    for (int i = 2; i < bodies.size(); ++i) {
-        const QRegularExpressionMatch match = listLine.match(bodies[i]);
-        if (!match.hasMatch()) {
-            problem(QString("line %1 is no NAME[N] = list(\"...\", ...) line").arg(i + 1));
-        }
-        const int at = sections.indexOf(match.captured(1));
-        if (at < section) {
-            problem(QString("line %1 is of an unknown section or out of order").arg(i + 1));
-        }
-        if (at > section) {
-            section = at;
-            counter = 0;
-        }
-        if (match.captured(2).toInt() != ++counter) {
-            problem(QString("line %1 is not number %2 of its section").arg(i + 1).arg(counter));
-        }
-        QStringList fields;
-        for (auto it = field.globalMatch(match.captured(3)); it.hasNext();) {
-            fields << it.next().captured(1);
-        }
-        const QString& name = sections[section];
-        if (name == QLatin1String("NodeData")) {
-            if (fields.size() != 7 || !QStringList({"s", "p", "n"}).contains(fields[6])) {
-                problem(QString("line %1 is no node line of seven fields").arg(i + 1));
-            }
-            watched.insert(fields[0]);
-            ++nodeLines;
-        } else if (name == QLatin1String("NodeMeasMap")) {
-            // A measured signal and a reference other than "Unreferenced" are watched.
-            if (fields.size() < 3 || !known(fields[0]) ||
-                (fields[1] != QLatin1String("Unreferenced") && !known(fields[1]))) {
-                problem(QString("line %1 measures a signal the block does not watch").arg(i + 1));
-            }
-        } else if (name == QLatin1String("NodeRefMap")) {
-            if (fields.size() != 2 || !known(fields[0]) || !known(fields[1])) {
-                problem(QString("line %1 pairs signals the block does not watch").arg(i + 1));
-            }
-        } else if (fields.size() < 2) {
-            problem(QString("line %1 is a compliance line without tests").arg(i + 1));
-        }
+    for (const QStringList& node : block.nodeData) {
+        watched.insert(node.value(0));
     }
-    // The i-th net and the i-th node line are the same node.
-    if (nodeLines != nets) {
-        problem(QString("%1 nets but %2 node lines").arg(nets).arg(nodeLines));
+    const auto known = [&](const QString& key) {
+        const std::string quoted = "'" + key.toStdString() + "'";
+        return watched.contains(key) ||
+               std::any_of(warnings.begin(), warnings.end(), [&](const std::string& warning) {
+                   return warning.find(quoted) != std::string::npos;
+               });
+    };
+    for (const QStringList& line : block.nodeMeasMap) {
+        check(known(line[0]) && (line[1] == QLatin1String("Unreferenced") || known(line[1])),
+              "a measurement line names a signal the block does not watch: " +
+                  shown(line.join(", ")));
+    }
+    for (const QStringList& line : block.nodeRefMap) {
+        check(known(line[0]) && known(line[1]),
+              "a reference line pairs signals the block does not watch: " +
+                  shown(line.join(", ")));
     }
 }
 

@@ -8,7 +8,8 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 
-#include "support/BlockReader.h"
+#include "netlist/BlockReader.h"
+#include "support/BlockSettingNames.h"
 #include "support/TestSupport.h"
 
 namespace {
@@ -69,9 +70,8 @@ TEST(SetupDocument, TheByteLaneSetupReachesTheBlockAndTravelsByExport) {
         runProgram({"apply", design, "--probe", "X1", examples + "byte_lane.setup.json"});
     ASSERT_EQ(applied.exitCode, 0) << applied.err.toStdString();
     const ProgramRun netlist = runProgram({"netlist", design, "--probe", "X1"});
-    const lanetap_test::NetlistBlock block =
-        lanetap_test::readBlock(QString::fromUtf8(netlist.out));
-    EXPECT_TRUE(block.problems.isEmpty()) << block.problems.join("; ").toStdString();
+    const LaneTapUI::NetlistBlock block = LaneTapUI::readBlock(QString::fromUtf8(netlist.out));
+    EXPECT_TRUE(block.problems.isEmpty()) << block.problemTexts().join("; ").toStdString();
     QStringList measured;
     for (const QStringList& line : block.nodeMeasMap) {
         measured << line.join(' ');

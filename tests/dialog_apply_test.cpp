@@ -91,3 +91,21 @@ TEST(ApplyAndDialog, StoreTheSameChoicesAlike) {
     }
     EXPECT_TRUE(pages.stored("SelectedMeasurementsRefSignalListMap").contains("DQS_Ch1_U1_DQS0"));
 }
+
+// What the dialog has saved holds together: check finds nothing above a note in it.
+TEST(ApplyAndDialog, CheckFindsNothingAboveANoteInWhatTheDialogSaved) {
+    const QList<QStringList> variants{{}, {"--dram", "lpddr4", "--read"}, {"--width", "x4"}};
+    QList<QByteArray> designs{readBytes(LANETAP_SOURCE_DIR "/examples/ddr4_x8_write.json"),
+                              readBytes(LANETAP_SOURCE_DIR "/examples/lpddr4_two_channel.json")};
+    for (const QStringList& options : variants) {
+        designs << runProgram(QStringList{"generate"} + options).out;
+    }
+    for (const QByteArray& design : designs) {
+        OpenDialog opened(design);
+        ASSERT_NE(opened.dialog(), nullptr);
+        opened.host().host.saveDesign();
+        const QString file = opened.host().workspace.path("design.json");
+        const ProgramRun run = runProgram({"check", file, "--probe", "X1"});
+        EXPECT_EQ(run.exitCode, 0) << run.out.toStdString();
+    }
+}

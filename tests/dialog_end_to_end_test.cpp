@@ -5,7 +5,8 @@
 #include <QCheckBox>
 #include <algorithm>
 
-#include "support/BlockReader.h"
+#include "netlist/BlockReader.h"
+#include "support/BlockSettingNames.h"
 #include "support/SelectionPages.h"
 
 using namespace lanetap_test;
@@ -39,8 +40,9 @@ TEST(DialogEndToEnd, EveryTabOfTheWizardReachesTheBlock) {
 
     const standin::CallResult netlist = pages.host().host.netlistProbe("X1");
     ASSERT_TRUE(netlist.ok) << netlist.error;
-    const NetlistBlock block = readBlock(QString::fromStdString(netlist.text));
-    EXPECT_TRUE(block.problems.isEmpty()) << block.problems.join("; ").toStdString();
+    const LaneTapUI::NetlistBlock block =
+        LaneTapUI::readBlock(QString::fromStdString(netlist.text));
+    EXPECT_TRUE(block.problems.isEmpty()) << block.problemTexts().join("; ").toStdString();
     EXPECT_EQ(block.settings.value("Settings_ReadWriteOperation"), "\"read\"");
     EXPECT_EQ(block.settings.value("EnableCompliance"), "1");
     // A skew line needs both its signals watched: the selected strobe and the reference clock.

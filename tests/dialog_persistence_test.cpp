@@ -10,7 +10,8 @@
 #include <QRegularExpression>
 #include <QStackedWidget>
 
-#include "support/BlockReader.h"
+#include "netlist/BlockReader.h"
+#include "support/BlockSettingNames.h"
 #include "support/DialogFixture.h"
 
 using lanetap_test::OpenDialog;
@@ -105,7 +106,7 @@ TEST(DialogPersistence, OpeningNormalisesEveryKeyAndApplyWritesTheHalfOfThePageS
 
     const standin::CallResult result = opened.host().host.netlistProbe("X1");
     ASSERT_TRUE(result.ok) << result.error;
-    const auto block = lanetap_test::readBlock(QString::fromStdString(result.text));
+    const auto block = LaneTapUI::readBlock(QString::fromStdString(result.text));
     const QStringList keys =
         QStringList{"AmplitudeResolution", "vdd", "vddq", "vdd1", "vdd2", "vtt"} + kThresholdKeys;
     QStringList settings;

@@ -191,7 +191,8 @@ TEST(DesignFile, SyntaxErrorsGiveTheLineAndColumnOfTheFault) {
         head + "    {\"name\": \"Uµ€1\", \"cell\": \"DDR_Memory\" @\"model\": \"none\"}\n  ]\n}\n",
         head + "  ]\n}\n  @x\n",
         head + "@",
-        "@x" + head, "\n@x" + head};
+        "@x" + head,
+        "\n@x" + head};
     Workspace workspace;
     for (const QString& text : texts) {
         SCOPED_TRACE(text.toStdString());

@@ -7,7 +7,8 @@
 #include <QRegularExpression>
 #include <map>
 
-#include "support/BlockReader.h"
+#include "netlist/BlockReader.h"
+#include "support/BlockSettingNames.h"
 #include "support/TestSupport.h"
 
 namespace {
@@ -104,8 +105,8 @@ struct Scenario {
     const char* label;
     QStringList design;  // the instances besides the probe
     QString probe;       // the probe's parameters; what it lacks comes from its item definition
-    // The lines of sortedLines(), "S name=value" for a setting and "W text" for a warning, or
-    // "W2 text" for one that comes twice.
+    // The lines of sortedLines(), "S name=value" for a setting, "W text" for a warning, or
+    // "W2 text" for one that comes twice, and "P text" for what the block's reader cannot read.
     QStringList expected;
 };
 
@@ -114,22 +115,22 @@ protected:
     // The block of X1 as sortedLines() with the settings that `expected` names and every
     // warning, sorted.
     // The block of X1 in `instances` and a probe with these parameters, as it was read back.
-    lanetap_test::NetlistBlock netlistBlock(const QStringList& instances, const QString& probe) {
+    LaneTapUI::NetlistBlock netlistBlock(const QStringList& instances, const QString& probe) {
         const QStringList design = QStringList(instances) << ddr("X1", "LaneTap", "", "", probe);
         loaded.host.loadDesign(
             loaded.workspace.write("run.json", lanetap_test::designText(design)));
         loaded.host.takeWarnings();
         const standin::CallResult result = loaded.host.netlistProbe("X1");
         EXPECT_TRUE(result.ok) << result.error;
-        lanetap_test::NetlistBlock block =
-            lanetap_test::readBlock(QString::fromStdString(result.text));
-        EXPECT_TRUE(block.problems.isEmpty()) << block.problems.join('\n').toStdString();
-        return block;
+        return LaneTapUI::readBlock(QString::fromStdString(result.text));
     }
 
     QStringList blockOf(const Scenario& scenario) {
-        const lanetap_test::NetlistBlock block = netlistBlock(scenario.design, scenario.probe);
+        const LaneTapUI::NetlistBlock block = netlistBlock(scenario.design, scenario.probe);
         QStringList lines = block.sortedLines();
+        for (const QString& problem : block.problemTexts()) {
+            lines << "P " + problem;
+        }
         for (const QString& line : scenario.expected) {
             const QString name = line.mid(2).section('=', 0, 0);
             if (line.startsWith("S ")) {
@@ -153,7 +154,7 @@ protected:
             const QStringList block = blockOf(scenario);
             QStringList expected = scenario.expected;
             expected.sort();
-            EXPECT_EQ((onlySettings ? block.filter(QRegularExpression("^S ")) : block)
+            EXPECT_EQ((onlySettings ? block.filter(QRegularExpression("^[SP] ")) : block)
                           .join('\n')
                           .toStdString(),
                       expected.join('\n').toStdString());
@@ -306,19 +307,35 @@ TEST_F(Netlist, MeasurementsReferencesAndCompliance) {
           // The last bit of a strobe's byte is enough for the strobe.
           memory("M7", "U7", "DQ 15 u15, DQS_t 1 u_p, DQS_c 1 u_n, CK_t 0 c_p, CK_c 0 c_n")},
          "EnableComplianceMeasurements=1",
-         {"N dm0 DM_Ch0_U2_DM0 s", "N cs0 CS_Ch0_U2_CS0 s", "N q11 DQ_Ch0_U2_DQ11 s",
-          "N q12 DQ_Ch0_U2_DQ12 s", "R DQ_Ch0_U2_DQ12 DQS_Ch0_U2_DQS1",
+         {"N dm0 DM_Ch0_U2_DM0 s",
+          "N cs0 CS_Ch0_U2_CS0 s",
+          "N q11 DQ_Ch0_U2_DQ11 s",
+          "N q12 DQ_Ch0_U2_DQ12 s",
+          "R DQ_Ch0_U2_DQ12 DQS_Ch0_U2_DQS1",
           "R DQS_Ch0_U2_DQS1 DQ_Ch0_U2_DQ12",
           "W2 For DQ_Ch0_U2_DQ12, reference signal ID(s) CK0 of Reference Designator 'U2' of "
           "Channel ID 'Ch0' are not connected. Some compliance test would not run for it.",
-          "N s_p DQS_Ch0_U2_DQS1 p", "N s_n DQS_Ch0_U2_DQS1 n", "N t_p DQS_Ch0_U6_DQS1 p",
-          "N t_n DQS_Ch0_U6_DQS1 n", "N k_p CK_Ch0_U6_CK0 p", "N k_n CK_Ch0_U6_CK0 n",
-          "N a3 A_Ch0_U8_A3 s", "N u15 DQ_Ch0_U7_DQ15 s", "N u_p DQS_Ch0_U7_DQS1 p",
-          "N u_n DQS_Ch0_U7_DQS1 n", "N c_p CK_Ch0_U7_CK0 p", "N c_n CK_Ch0_U7_CK0 n",
-          "R DQ_Ch0_U7_DQ15 DQS_Ch0_U7_DQS1", "R DQ_Ch0_U7_DQ15 CK_Ch0_U7_CK0",
-          "R DQS_Ch0_U7_DQS1 DQ_Ch0_U7_DQ15", "R DQS_Ch0_U7_DQS1 CK_Ch0_U7_CK0",
-          "R CK_Ch0_U7_CK0 CK_Ch0_U7_CK0", "R DM_Ch0_U2_DM0 DM_Ch0_U2_DM0", "R DQ_Ch0_U2_DQ11 DQS_Ch0_U2_DQS1",
-          "R DQS_Ch0_U2_DQS1 DQ_Ch0_U2_DQ11", "R DQS_Ch0_U6_DQS1 CK_Ch0_U6_CK0",
+          "N s_p DQS_Ch0_U2_DQS1 p",
+          "N s_n DQS_Ch0_U2_DQS1 n",
+          "N t_p DQS_Ch0_U6_DQS1 p",
+          "N t_n DQS_Ch0_U6_DQS1 n",
+          "N k_p CK_Ch0_U6_CK0 p",
+          "N k_n CK_Ch0_U6_CK0 n",
+          "N a3 A_Ch0_U8_A3 s",
+          "N u15 DQ_Ch0_U7_DQ15 s",
+          "N u_p DQS_Ch0_U7_DQS1 p",
+          "N u_n DQS_Ch0_U7_DQS1 n",
+          "N c_p CK_Ch0_U7_CK0 p",
+          "N c_n CK_Ch0_U7_CK0 n",
+          "R DQ_Ch0_U7_DQ15 DQS_Ch0_U7_DQS1",
+          "R DQ_Ch0_U7_DQ15 CK_Ch0_U7_CK0",
+          "R DQS_Ch0_U7_DQS1 DQ_Ch0_U7_DQ15",
+          "R DQS_Ch0_U7_DQS1 CK_Ch0_U7_CK0",
+          "R CK_Ch0_U7_CK0 CK_Ch0_U7_CK0",
+          "R DM_Ch0_U2_DM0 DM_Ch0_U2_DM0",
+          "R DQ_Ch0_U2_DQ11 DQS_Ch0_U2_DQS1",
+          "R DQS_Ch0_U2_DQS1 DQ_Ch0_U2_DQ11",
+          "R DQS_Ch0_U6_DQS1 CK_Ch0_U6_CK0",
           "R CK_Ch0_U6_CK0 CK_Ch0_U6_CK0",
           "W2 For DQ_Ch0_U2_DQ11, reference signal ID(s) CK0 of Reference Designator 'U2' of "
           "Channel ID 'Ch0' are not connected. Some compliance test would not run for it.",
@@ -342,9 +359,8 @@ TEST_F(Netlist, NodesComeInTheWalkOfAHashFilledFromAHashOfTheStoredList) {
         ports << QString("DQ %1 q%1").arg(bit);
         stored << QString("DQ_Ch0_U2_DQ%1").arg(bit * 37 % 90);
     }
-    const lanetap_test::NetlistBlock block =
-        netlistBlock({memory("M2", "U2", ports.join(", "))},
-                     "SelectedSignalList=" + stored.join(',') + ",");
+    const LaneTapUI::NetlistBlock block = netlistBlock(
+        {memory("M2", "U2", ports.join(", "))}, "SelectedSignalList=" + stored.join(',') + ",");
     QHash<QString, int> filledFromList;
     for (const QString& key : qAsConst(stored)) {
         filledFromList.insert(key, 0);
@@ -394,7 +410,8 @@ TEST_F(Netlist, SettingsLine) {
          "GroupDQBox=Byte|ResultsPDFPath=/tmp/my results",
          {"S Settings_chkLPDDR4=1", "S Settings_chkLPDDR4X=0", "S Settings_DQSSignalType=\"burst\"",
           "S SpeedGrade=2400", "S Settings_pcboCustomSG=2400", "S GroupDQBy=\"Byte\"",
-          "S NEBProperties_ReportPath=/tmp/my results"}},
+          "S NEBProperties_ReportPath=/tmp/my results",
+          "P NEBProperties_ReportPath: the value /tmp/my results holds white space"}},
         // A speed grade index past the list gives an empty speed grade; a value that is no
         // number reads 0.
         {"LPDDR4X, unreadable strobe mode, index past the list",

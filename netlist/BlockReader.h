@@ -5,12 +5,22 @@
 #include <QString>
 #include <QStringList>
 
-// Reads the text that LaneTap_netlist_probe returns back into its parts, so that tests can check
-// the content of a block without depending on the order in which its hashes came out.
-namespace lanetap_test {
+// The block read back as the post-processing module reads it: the load line, one statement
+// continued over lines, the component line of plain names, the settings line of NAME=VALUE pairs
+// in their order, and the list sections. What it cannot read so is a problem, at the setting, net
+// or line it stands at. The one reader of blocks in the tree: the program's check, the tests and
+// the netlist fuzz target read with it.
+namespace LaneTapUI {
 
-// The settings of the block, in the order the block carries them.
-const QStringList& blockSettingNames();
+struct BlockProblem {
+    enum class Place { Block, Probe, Net, Setting, Line };
+    Place place;
+    // The setting's name, the net or probe name, or the text of the line.
+    QString at;
+    QString what;
+
+    QString text() const;
+};
 
 struct NetlistBlock {
     // The name behind "ComponentWithNodes:".
@@ -26,9 +36,10 @@ struct NetlistBlock {
     QList<QStringList> nodeMeasMap;
     QList<QStringList> nodeRefMap;
     QList<QStringList> complianceMeasMap;
-    // Every way in which the text departs from the shape of a block; empty for a good block.
-    QStringList problems;
+    // Every way in which the text departs from the grammar of a block; none for a good block.
+    QList<BlockProblem> problems;
 
+    QStringList problemTexts() const;
     // The lines of the block, sorted, as blank-separated fields behind a tag: "N net key
     // polarity" for a node (the other fields of a node line are the parts of its key), and "M",
     // "R" and "C" with the fields of the map lines, "-" for an empty field. The names of a
@@ -36,7 +47,7 @@ struct NetlistBlock {
     QStringList sortedLines() const;
 };
 
-// Reads "\n;Lane_Tap" and the block behind it.
+// Reads "\n;Lane_Tap" and the block behind it, as the netlist call returns them.
 NetlistBlock readBlock(const QString& netlistText);
 
-}  // namespace lanetap_test
+}  // namespace LaneTapUI
