@@ -15,6 +15,7 @@ LaneTapDialog::LaneTapDialog(std::shared_ptr<ItemParameterSession> itemSession, 
     ui.setupUi(this);
     setWindowFlags(windowFlags() & ~Qt::WindowContextHelpButtonHint);
     setupConnections();
+    setInitialSizes();
     const ORLValue directory = CallORL("de_workspace_directory").execute(nullptr);
     if (const char* text = StringORLValue(directory).value_data()) {
         workspaceDirectory = QString::fromLocal8Bit(text);

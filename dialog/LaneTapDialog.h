@@ -201,6 +201,11 @@ private:
     void recordGroupComplianceAdded(QTreeWidgetItem* measurement, QTreeWidgetItem* signal);
     void recordComplianceRemoved(QTreeWidgetItem* measurement, QTreeWidgetItem* signal);
 
+    // InitialSizes.cpp: the sizes the dialog starts with, from the font of what must show whole.
+    void setInitialSizes();
+    // The two trees on the left of the reference page wide enough for their names; after a build.
+    void fitRefSignalTrees();
+
     // WriteLevelingPages.cpp
     void refreshWlSignalTrees();
     void refreshWlRefPage();

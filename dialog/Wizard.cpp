@@ -164,6 +164,7 @@ void LaneTapDialog::refreshMeasurementTab(int index) {
         refreshMeasurementPage();
     } else if (index == 3) {
         refreshRefSignalPage();
+        fitRefSignalTrees();
     } else if (index == 4) {
         refreshCompliancePage();
     }
