@@ -3,10 +3,13 @@
 // measurement tabs. The form alone gives a page list and trees too narrow to read at a large
 // font. Every size here is where the view starts; splitters and columns still move.
 
+#include <QComboBox>
 #include <QEvent>
 #include <QHeaderView>
+#include <QLabel>
 #include <QResizeEvent>
 #include <QSplitter>
+#include <QStyleOptionComboBox>
 #include <QTabBar>
 #include <algorithm>
 
@@ -53,6 +56,21 @@ bool rowsOverflow(QTreeWidget* tree, int unknownHeight) {
         height += rowHeight;
     }
     return height > shown;
+}
+
+// The width a combo box needs to show its longest item with its frame and arrow.
+int comboBoxWidth(const QComboBox* box) {
+    int widest = 0;
+    for (int i = 0; i < box->count(); ++i) {
+        widest = std::max(widest, box->fontMetrics().horizontalAdvance(box->itemText(i)));
+    }
+    QStyleOptionComboBox option;
+    option.initFrom(box);
+    option.editable = box->isEditable();
+    return box->style()
+        ->sizeFromContents(QStyle::CT_ComboBox, &option, QSize(widest, box->fontMetrics().height()),
+                           box)
+        .width();
 }
 
 QStringList complianceNames() {
@@ -108,6 +126,14 @@ void LaneTapDialog::setInitialSizes() {
     policy.setHorizontalPolicy(QSizePolicy::Preferred);
     ui.signalThresholdGroup->setSizePolicy(policy);
     const QAbstractItemView* pageView = pages;
+    // The boxes of the pages keep room for their longest item, and the labels beside them break
+    // their lines where the room is short.
+    for (QComboBox* box : ui.thresholdStackedWidget->findChildren<QComboBox*>()) {
+        box->setMinimumWidth(comboBoxWidth(box));
+    }
+    for (QLabel* label : ui.thresholdStackedWidget->findChildren<QLabel*>()) {
+        label->setWordWrap(true);
+    }
     ui.splitter_13->setSizes({viewWidth(pages, pageView->sizeHintForColumn(0), false),
                               ui.signalThresholdGroup->sizeHint().width()});
 

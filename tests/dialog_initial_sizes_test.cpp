@@ -4,8 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QHeaderView>
+#include <QListWidget>
+#include <QStackedWidget>
 #include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QTabBar>
 
 #include "support/SelectionPages.h"
@@ -120,4 +124,33 @@ TEST(InitialSizes, TheNamesOfEveryTabShowWholeInTheDialogAtItsSize) {
         EXPECT_EQ(reading.texts, row.texts);
         EXPECT_EQ(reading.cut.join("; ").toStdString(), "");
     }
+}
+
+// Every page of the setup tab keeps room in its boxes for the item they show; the labels beside
+// them break their lines instead.
+TEST(InitialSizes, TheBoxesOfEverySetupPageShowTheirItemsWhole) {
+    Pages pages(longNamesDesign());
+    QWidget* dialog = pages.dialog();
+    ASSERT_NE(dialog, nullptr);
+    dialog->setWindowFlags(dialog->windowFlags() | Qt::Window);
+    dialog->show();
+    pages.tab(0);
+    auto* list = pages.find<QListWidget>("thresholdListWidget");
+    auto* stack = pages.find<QStackedWidget>("thresholdStackedWidget");
+    int boxes = 0;
+    for (int row = 0; row < list->count(); ++row) {
+        list->setCurrentRow(row);
+        QApplication::processEvents();
+        for (const QComboBox* box : stack->currentWidget()->findChildren<QComboBox*>()) {
+            ++boxes;
+            QStyleOptionComboBox option;
+            option.initFrom(box);
+            option.editable = box->isEditable();
+            const QRect field = box->style()->subControlRect(QStyle::CC_ComboBox, &option,
+                                                             QStyle::SC_ComboBoxEditField, box);
+            EXPECT_GE(field.width(), box->fontMetrics().horizontalAdvance(box->currentText()))
+                << list->item(row)->text().toStdString() << ": " << box->objectName().toStdString();
+        }
+    }
+    EXPECT_EQ(boxes, 42);
 }
