@@ -1,6 +1,7 @@
 #include <QMap>
 
 #include "app/Commands.h"
+#include "app/SettingsLine.h"
 #include "standin/DesignFile.h"
 
 namespace lanetap {
@@ -57,6 +58,8 @@ int runGet(const Arguments& arguments) {
 }
 
 int runSet(const Arguments& arguments) {
+    // Held from the read to the write, so that two writers at once both land.
+    const auto lock = lockDesign(arguments.positional.value(0));
     ProbeInDesign opened;
     openProbe(opened, arguments, "set");
     const QStringList assignments = arguments.positional.mid(1);
@@ -78,6 +81,11 @@ int runSet(const Arguments& arguments) {
         if (!problem.empty()) {
             throw Failure(ExitUsage,
                           QString("the value of %1 %2").arg(key, QString::fromStdString(problem)));
+        }
+        // Nor what the block, which carries it unescaped, cannot.
+        const QString lineProblem = settingsLineProblem(*opened.probe, key, value);
+        if (!lineProblem.isEmpty()) {
+            throw Failure(ExitUsage, lineProblem);
         }
         changed[key.toStdString()] = value.toStdString();
     }

@@ -137,7 +137,7 @@ QString valueProblem(SettingForm form, QStringView value) {
                 return QString();
             }
             return QStringLiteral(
-                "is no voltage: a number, or a number, one blank and one of fV pV nV uV mV V kV");
+                "is no voltage (a number, or a number, one blank and one of fV pV nV uV mV V kV)");
         case SettingForm::Text:
         case SettingForm::Number:
             if (value.size() >= 2 && value.startsWith(QLatin1Char('"')) &&
