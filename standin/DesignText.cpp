@@ -372,13 +372,16 @@ Nodes parse(const QByteArray& text, QByteArray& work, const InstanceVisitor& vis
                                rapidjson::kParseNumbersAsStringsFlag;
     const rapidjson::ParseResult result = reader.Parse<flags>(stream, builder);
     if (result.IsError()) {
+        // The reader takes a NUL byte for the end of the text, and says what it missed there.
+        const std::size_t at = result.Offset();
+        const bool nul = at < std::size_t(text.size()) && text[int(at)] == '\0';
         const std::string fault =
-            result.Code() == rapidjson::kParseErrorTermination && !builder.stopped.empty()
+            nul ? "the text holds a NUL byte"
+            : result.Code() == rapidjson::kParseErrorTermination && !builder.stopped.empty()
                 ? builder.stopped
                 : phrase(result.Code());
         throw DesignError(lineAndColumn(text, result.Offset()) + ": " + fault);
     }
-    // The reader takes a NUL byte for the end of the text.
     const std::size_t end = stream.Tell();
     if (end != std::size_t(text.size())) {
         throw DesignError(lineAndColumn(text, end) + ": the text holds a NUL byte");
