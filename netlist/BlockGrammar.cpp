@@ -86,7 +86,7 @@ QString quotedTextProblem(QStringView text) {
 
 bool isVoltage(QStringView value) {
     static const QRegularExpression voltage(QStringLiteral(
-        R"(^[+-]?(?:[0-9]+(?:\.[0-9]*)?|\.[0-9]+)(?:[eE][+-]?[0-9]+)?(?: (?:fV|pV|nV|uV|mV|V|kV))?$)"));
+        R"(\A[+-]?(?:[0-9]+(?:\.[0-9]*)?|\.[0-9]+)(?:[eE][+-]?[0-9]+)?(?: (?:fV|pV|nV|uV|mV|V|kV))?\z)"));
     return voltage.match(value.toString()).hasMatch();
 }
 

@@ -364,7 +364,10 @@ struct StringHandler : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, StringHan
 Nodes parse(const QByteArray& text, QByteArray& work, const InstanceVisitor& visit,
             std::string& firstFault) {
     // The reader decodes strings in place: a copy of the text is worked on.
-    work = QByteArray(text.constData(), text.size());
+    // RapidJSON 1.1.0 checks a multi-byte character's bytes without stopping at the end of the
+    // text: three more NUL bytes keep a character cut off by the end within the copy, where they
+    // fail the check.
+    work = QByteArray(text.constData(), text.size()) + QByteArray(3, '\0');
     rapidjson::InsituStringStream stream(work.data());
     Builder builder(text, work.constData(), stream, visit, firstFault);
     rapidjson::Reader reader;
