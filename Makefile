@@ -10,7 +10,7 @@ JOBS         ?= $(shell nproc)
 
 # Debian packages the build and the tests need.
 PACKAGES = build-essential cmake ninja-build binutils pkg-config qtbase5-dev qtbase5-dev-tools \
-           libqt5opengl5-dev libgtest-dev libgmock-dev locales
+           libqt5opengl5-dev libgtest-dev libgmock-dev locales rapidjson-dev
 # A locale with a decimal comma, under which the tests run the program too.
 COMMA_LOCALE = de_DE.UTF-8
 

@@ -2,6 +2,7 @@
 // stores. Every stored signal, measurement, reference and compliance id is in the block or is
 // named with the reason it is not.
 
+#include <QMap>
 #include <QSet>
 #include <algorithm>
 

@@ -77,6 +77,17 @@ void loadDesign(standin::Host& host, const QString& path) {
     }
 }
 
+std::unique_ptr<standin::DesignLock> lockDesign(const QString& path) {
+    if (path.isEmpty() || !QFileInfo(path).isFile()) {
+        return nullptr;
+    }
+    try {
+        return std::make_unique<standin::DesignLock>(path);
+    } catch (const standin::DesignError& error) {
+        throw Failure(ExitUsage, error.what());
+    }
+}
+
 standin::Instance* findProbe(const standin::Host& host, const QString& name) {
     standin::Instance* probe = host.design()->findInstance(name.toStdString());
     if (!probe) {

@@ -4,6 +4,7 @@
 #include <QMap>
 #include <QString>
 #include <QStringList>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -55,6 +56,10 @@ QString usageOf(const Command& command);
 const QString& designFileOf(const Arguments& arguments, const char* command);
 // Loads the design file, or fails with exit code 2.
 void loadDesign(standin::Host& host, const QString& path);
+// Takes the lock of a design file that a command reads, changes and saves, before it reads it;
+// fails with exit code 2 when another writer keeps it. None for a path that names no file, which
+// the load refuses.
+std::unique_ptr<standin::DesignLock> lockDesign(const QString& path);
 // The named instance of the loaded design, or a failure with exit code 2.
 standin::Instance* findProbe(const standin::Host& host, const QString& name);
 // Loads and registers the plug-in (--plugin, then LANETAP_PLUGIN, then next to the program).

@@ -2,6 +2,7 @@
 
 #include "app/Commands.h"
 #include "app/Nearest.h"
+#include "app/SettingsLine.h"
 #include "app/ValueForms.h"
 #include "discovery/SignalDiscovery.h"
 #include "parameters/ParamText.h"
@@ -107,6 +108,8 @@ void checkProbeValues(db::Design* design, const standin::Instance& probe,
 }  // namespace
 
 int runSet(const Arguments& arguments) {
+    // Held from the read to the write, so that two writers at once both land.
+    const auto lock = lockDesign(arguments.positional.value(0));
     ProbeInDesign opened;
     openProbe(opened, arguments, "set");
     const QStringList assignments = arguments.positional.mid(1);
@@ -129,6 +132,11 @@ int runSet(const Arguments& arguments) {
         if (!problem.empty()) {
             throw Failure(ExitUsage,
                           QString("the value of %1 %2").arg(key, QString::fromStdString(problem)));
+        }
+        // Nor what the block, which carries it unescaped, cannot.
+        const QString lineProblem = settingsLineProblem(*opened.probe, key, value);
+        if (!lineProblem.isEmpty()) {
+            throw Failure(ExitUsage, lineProblem);
         }
         changed.values[key.toStdString()] = value.toStdString();
         keys << key;

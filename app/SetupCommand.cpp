@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFile>
+#include <QGuiApplication>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QTimer>
@@ -76,6 +77,14 @@ int runSetup(const Arguments& arguments) {
     const QString& designFile = designFileOf(arguments, "setup");
     const QString probeName = arguments.required("probe");
     const int tab = requestedTab(arguments);
+    const bool picture = arguments.values.contains("screenshot");
+    // A window on such a platform is never seen, and so never closed.
+    const QString platform = QGuiApplication::platformName();
+    if (!picture && (platform == "offscreen" || platform.startsWith("minimal"))) {
+        throw Failure(ExitUsage, QString("setup shows no window on the %1 platform; give "
+                                         "--screenshot FILE, or run it with a display")
+                                     .arg(platform));
+    }
     standin::Host host;
     loadDesign(host, designFile);
     findProbe(host, probeName);
@@ -83,7 +92,12 @@ int runSetup(const Arguments& arguments) {
     host.setEditedItem(probeName.toStdString());
 
     int exitCode = ExitOk;
+    // Each commit is saved (under the design's lock, and never over a file that changed since
+    // it was read), but for a picture: its opening's commit stays in the design in memory.
     host.onCommit = [&] {
+        if (picture) {
+            return;
+        }
         try {
             host.saveDesign();
         } catch (const standin::DesignError& error) {
@@ -110,7 +124,7 @@ int runSetup(const Arguments& arguments) {
         showTab(dialog, tab);
     }
     dialog->show();
-    if (arguments.values.contains("screenshot")) {
+    if (picture) {
         saveScreenshot(dialog, arguments.value("screenshot"));
         return exitCode;
     }

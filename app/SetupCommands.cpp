@@ -6,6 +6,7 @@
 
 #include "app/Commands.h"
 #include "app/Nearest.h"
+#include "app/SettingsLine.h"
 #include "app/SetupDocument.h"
 #include "app/ValueForms.h"
 #include "standin/DesignFile.h"
@@ -47,12 +48,17 @@ QJsonObject readDocument(const QString& path) {
     return document.object();
 }
 
-// Every text applying writes must pass the doors a text passes to the design file.
-void checkStorable(const QMap<QString, QString>& changes) {
+// Every text applying writes must pass the doors a text passes to the design file: what the
+// loader takes, and what the block's settings line can carry.
+void checkStorable(const QMap<QString, QString>& changes, const standin::Instance& probe) {
     for (auto it = changes.cbegin(); it != changes.cend(); ++it) {
         const std::string problem = standin::valueProblem(it.key().toStdString(), it.value());
         if (!problem.empty()) {
             refuse(it.key(), QString::fromStdString(problem));
+        }
+        const QString lineProblem = settingsLineProblem(probe, it.key(), it.value());
+        if (!lineProblem.isEmpty()) {
+            refuse(it.key(), lineProblem);
         }
     }
 }
@@ -90,6 +96,7 @@ QJsonObject exportSetup(const ProbeSetup& setup, int& leftOut) {
 }
 
 QMap<QString, QString> applySetup(ProbeSetup& setup, const QJsonObject& document) {
+    const auto* probe = static_cast<const standin::Instance*>(setup.probeInstance());
     refuseUnknownFields(QString(), document, sections);
     if (document.contains("format") && document.value("format").toString() != documentFormat) {
         refuse("format", QString("this program reads \"%1\" documents").arg(documentFormat));
@@ -98,7 +105,7 @@ QMap<QString, QString> applySetup(ProbeSetup& setup, const QJsonObject& document
     LaneTapUI::TestModes modes;
     applyFields(setup, document, changes, modes);
     applyChoices(setup, document, modes, changes);
-    checkStorable(changes);
+    checkStorable(changes, *probe);
     return changes;
 }
 
@@ -134,6 +141,8 @@ int runApply(const Arguments& arguments) {
         throw Failure(ExitUsage, "apply needs a design file and a setup file");
     }
     const QString& setupFile = arguments.positional[1];
+    // Held from the read to the write, so that a writer at the same time is not lost.
+    const auto lock = lockDesign(arguments.positional[0]);
     standin::Host host;
     loadDesign(host, arguments.positional[0]);
     standin::Instance* probe = setupProbe(host, arguments.required("probe"));

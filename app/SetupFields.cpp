@@ -111,7 +111,10 @@ int& shownIndex(TestModes& modes, FieldKind kind) {
 // The controller that decides a mode field, in words, or an empty text where the probe decides.
 QString decidedBy(const ProbeSetup& setup, FieldKind kind) {
     const ControllerParameters& controller = *setup.controller;
-    if (!controller.parametersRead || (kind == FieldKind::DramType && controller.isNoBurst())) {
+    const bool mode =
+        kind == FieldKind::DramType || kind == FieldKind::Cycle || kind == FieldKind::StrobeMode;
+    if (!mode || !controller.parametersRead ||
+        (kind == FieldKind::DramType && controller.isNoBurst())) {
         return {};
     }
     return "the design's controller";
@@ -216,8 +219,7 @@ QString lockedProblem(const ProbeSetup& setup, const Field& field, const QJsonVa
                "measurements: compliance stays off";
     }
     const QString decider = decidedBy(setup, field.kind);
-    if (decider.isEmpty() || field.kind == FieldKind::Compliance ||
-        field.kind == FieldKind::SpeedGrade) {
+    if (decider.isEmpty()) {
         return {};
     }
     return QString("%1 decides it: %2").arg(decider, shown);

@@ -7,6 +7,7 @@
 #include "catalogue/ComplianceLookups.h"
 #include "catalogue/MeasurementTypes.h"
 #include "catalogue/VoltageUnits.h"
+#include "netlist/BlockGrammar.h"
 #include "standin/DesignFile.h"
 
 namespace lanetap {
@@ -198,11 +199,7 @@ bool isDecimalNumber(const QString& text) {
 }
 
 bool isStoredVoltage(const QString& text) {
-    const int blank = text.indexOf(' ');
-    if (blank < 0) {
-        return isDecimalNumber(text);
-    }
-    return isDecimalNumber(text.left(blank)) && unitTexts().contains(text.mid(blank + 1));
+    return LaneTapUI::BlockGrammar::valueProblem(LaneTapUI::SettingForm::Voltage, text).isEmpty();
 }
 
 QString formProblem(const StoredKey& key, const QString& value, const ValueContext& context) {

@@ -73,10 +73,13 @@ const Command commands[] = {
     {"set",
      "set DESIGN --probe NAME [--raw] KEY=VALUE...",
      "Sets parameters of the instance NAME and saves the design file. The file is replaced in\n"
-     "one step, so it is either fully written or left as it was.\n"
-     "A probe takes only the keys of its setup, each in its stored form (an int is an integer, an\n"
-     "index names an item of its box, a voltage is a number with a blank and a unit where it has\n"
-     "one, lists and maps name signals of the design, measurement codes and compliance ids);\n"
+     "one step, so it is either fully written or left as it was, and only the values set\n"
+     "change in it. The design's lock is held from the read to the write. A value that the\n"
+     "block's settings line cannot carry (white space outside double quotes, ; = \" or \\ in a\n"
+     "plain value, a voltage that is not NUMBER or NUMBER UNIT) is refused. A probe takes only\n"
+     "the keys of its setup, each in its stored form (an int is an integer, an index names an\n"
+     "item of its box, a voltage is a number with a blank and a unit where it has one, lists\n"
+     "and maps name signals of the design, measurement codes and compliance ids);\n"
      "docs/setup-parameters.md lists them. Anything else is refused, and nothing is written.\n\n"
      "  --probe NAME    the instance\n"
      "  --raw           store a probe's values as given, without the check of their form\n",
@@ -118,14 +121,17 @@ const Command commands[] = {
      "setup DESIGN --probe NAME [--plugin PATH] [--tab N --screenshot FILE]",
      "Opens the probe's setup dialog in a window, as the host does when the user edits the\n"
      "probe. Opening already writes the stored setup back in its normalised form. Apply and\n"
-     "Finish save the design file (atomically); Finish and Cancel end the edit and the program.\n"
+     "Finish save the design file (atomically, never over a file that changed on disk since it\n"
+     "was read); Finish and Cancel end the edit and the program.\n"
      "Closing the window through its frame only hides the dialog: the program then ends\n"
      "without saving anything further. Help shows the probe's help page.\n\n"
      "  --probe NAME        the probe instance\n"
      "  --plugin PATH       the plug-in library (as for netlist)\n"
      "  --tab N             show tab N of the measurement route (0 Setup Probe ... 4 Select\n"
      "                      Compliance Measurements) first\n"
-     "  --screenshot FILE   save a picture of the dialog as FILE (PNG) and end at once\n",
+     "  --screenshot FILE   save a picture of the dialog as FILE (PNG) and end at once; the\n"
+     "                      design file is left as it was. Without it, a platform that shows\n"
+     "                      no window (offscreen, minimal) is refused\n",
      {"probe", "plugin", "tab", "screenshot"},
      {},
      &lanetap::runSetup},
@@ -266,7 +272,23 @@ bool displayMissing() {
            (platform.startsWith("wayland") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"));
 }
 
+// The first argument that is not UTF-8, or 0 when all of them are: Qt would read its bytes as
+// replacement characters, and a value or a path would silently become another one.
+int firstNonUtf8Argument(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray bytes(argv[i]);
+        if (QString::fromUtf8(bytes).toUtf8() != bytes) {
+            return i;
+        }
+    }
+    return 0;
+}
+
 int main(int argc, char** argv) {
+    if (const int bad = firstNonUtf8Argument(argc, argv)) {
+        std::fprintf(stderr, "lanetap: error: argument %d is not valid UTF-8\n", bad);
+        return lanetap::ExitUsage;
+    }
     // The hashes of Qt, and so the order of every hash-ordered output, are the same in every run,
     // whatever QT_HASH_SEED says (Qt would not take a seed of ours while it is set).
     qunsetenv("QT_HASH_SEED");

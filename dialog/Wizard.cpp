@@ -1,6 +1,7 @@
 // The wizard: the connections of the dialog, the two routes of tabs and the navigation buttons.
 
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "dialog/LaneTapDialog.h"
 #include "parameters/ParamText.h"
@@ -107,7 +108,9 @@ void LaneTapDialog::restoreWizardPosition(const db::ParamIter& stored) {
     // The dialog always opens on the measurement route, whatever was stored.
     stackPage = measurementRoute;
     ui.stackedWidget->setCurrentIndex(measurementRoute);
-    furthestTab = readParamInt(stored, "TabWidgetTabNumber");
+    // A stored tab outside the route is taken as the nearest one.
+    furthestTab =
+        std::clamp(readParamInt(stored, "TabWidgetTabNumber"), 0, ui.measurementTabs->count() - 1);
     disableTabsAfter(ui.writeLevelingTabs, 0);
     {
         // The selections are not restored yet, and every page is built once they are: a page

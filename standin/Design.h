@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QJsonObject>
+#include <QByteArray>
 #include <QString>
 #include <cstdint>
 #include <map>
@@ -39,7 +39,9 @@ public:
 class Net : public db::Net {
 public:
     explicit Net(OaNet* oaNet);
-    OaNet* oaNet() const { return static_cast<OaNet*>(static_cast<OpenAccess_4::oaNet*>(oaObject)); }
+    OaNet* oaNet() const {
+        return static_cast<OaNet*>(static_cast<OpenAccess_4::oaNet*>(oaObject));
+    }
 };
 
 class InstTerm;
@@ -69,6 +71,31 @@ public:
 
 enum class ModelKind { Active, Inactive, None };
 
+// A member of a JSON object in the design file's text: byte offsets of its key (quotes included)
+// and of its value, each one past its end.
+struct SourceMember {
+    std::uint32_t keyBegin = 0;
+    std::uint32_t keyEnd = 0;
+    std::uint32_t valueBegin = 0;
+    std::uint32_t valueEnd = 0;
+};
+
+// Where an instance stands in the text of its design file: what a save needs to change its name
+// and its parameters and to keep every other byte.
+struct InstanceSource {
+    SourceMember name;
+    // The object's last member, and the end of the member before it (the last member's own key
+    // start when it is the only one): a "parameters" member that the file lacks goes after it.
+    SourceMember last;
+    std::uint32_t endBeforeLast = 0;
+    int members = 0;
+    bool hasParameters = false;
+    // The braces of the "parameters" object, and its members in the file's order.
+    std::uint32_t parametersOpen = 0;
+    std::uint32_t parametersClose = 0;
+    std::vector<SourceMember> parameters;
+};
+
 struct DdrPort {
     std::string port;
     std::string pin;
@@ -89,8 +116,8 @@ public:
     ParameterStore parameters;
     std::vector<InstTerm*> terminals;
     std::vector<DdrPort> ddrPorts;
-    // The instance as the design file gave it, so that saving keeps what the file held.
-    QJsonObject source;
+    // Where the instance stands in the design file's text, so that saving keeps what it held.
+    InstanceSource source;
 };
 
 }  // namespace standin
@@ -117,7 +144,9 @@ public:
 
     std::string name;
     QString filePath;
-    QJsonObject source;
+    // The file's bytes as they were read or last saved; null for a design built in memory. A save
+    // changes only what the instances changed since, and only over a file that still holds them.
+    QByteArray sourceText;
     std::vector<std::unique_ptr<standin::Instance>> instances;
 
 private:

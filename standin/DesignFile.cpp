@@ -1,20 +1,31 @@
 #include "standin/DesignFile.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
+#include <QFileInfo>
+#include <QLockFile>
 #include <QSaveFile>
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cmath>
 #include <cstring>
+#include <map>
+#include <mutex>
 #include <unordered_set>
 
+#include "netlist/BlockGrammar.h"
+#include "standin/DesignText.h"
 #include "standin/ItemDefinition.h"
 #include "standin/Warnings.h"
 
 namespace standin {
 namespace {
+
+namespace BlockGrammar = LaneTapUI::BlockGrammar;
 
 const char* const formatName = "lanetap-design-1";
 
@@ -27,109 +38,193 @@ bool isControl(QChar c) {
     return c.category() == QChar::Other_Control;
 }
 
+// The largest design file the loader reads.
+constexpr qint64 largestDesign = qint64(256) << 20;
+
+using designtext::Kind;
+using designtext::Node;
+using designtext::Nodes;
+
+// A JSON integer as the format takes it: an integral number from `low` to `high`, in any of the
+// spellings JSON has for it (7, 7.0, 0.7e1).
+bool integerValue(std::string_view text, qint64 low, qint64 high, qint64& result) {
+    if (text.find_first_of(".eE") == std::string_view::npos) {
+        long long value = 0;
+        const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (fault != std::errc() || end != text.data() + text.size() || value < low ||
+            value > high) {
+            return false;
+        }
+        result = value;
+        return true;
+    }
+    bool number = false;
+    // The range is checked before the conversion: a double outside qint64 does not convert.
+    const double value = QByteArray::fromRawData(text.data(), int(text.size())).toDouble(&number);
+    if (!number || !(value >= double(low)) || !(value <= double(high)) ||
+        value != std::floor(value)) {
+        return false;
+    }
+    result = static_cast<qint64>(value);
+    return true;
+}
+
+// Whether UTF-8 text holds a control character; ASCII text is looked at byte by byte.
+bool holdsControl(std::string_view text) {
+    for (const char byte : text) {
+        const auto c = static_cast<unsigned char>(byte);
+        if (c >= 0x80) {
+            const QString wide = QString::fromUtf8(text.data(), int(text.size()));
+            return std::any_of(wide.cbegin(), wide.cend(), isControl);
+        }
+        if (c < 0x20 || c == 0x7F) {
+            return true;
+        }
+    }
+    return false;
+}
+
+QString fromUtf8(std::string_view text) {
+    return QString::fromUtf8(text.data(), int(text.size()));
+}
+
 // Reads one instance of the file; every fault names the instance and the field.
 class InstanceReader {
 public:
     InstanceReader(db::Design& design, std::unordered_set<std::string>& takenNames,
-                   const QJsonObject& object, int position)
+                   const Nodes& nodes, int object, int position)
         : design(design),
           takenNames(takenNames),
+          nodes(nodes),
           object(object),
           label(QString("instance %1").arg(position)) {}
 
     void read() {
         Instance* instance = design.addInstance();
-        instance->source = object;
         instance->name = name(object, "name");
         label = "instance " + quoted(QString::fromStdString(instance->name));
         if (!takenNames.insert(instance->name).second) {
             fail("name", "another instance has this name");
         }
-        instance->cell = text(object, "cell", true).toStdString();
+        instance->cell = text(object, "cell", true);
         if (instance->cell.empty()) {
             fail("cell", "is empty");
         }
-        instance->library = text(object, "library", false).toStdString();
+        instance->library = text(object, "library", false);
         readModel(*instance);
         readStatus(*instance);
         readParameters(*instance);
         readTerminals(*instance);
         readPorts(*instance);
+        readLayout(*instance);
     }
 
 private:
+    // The place of a field: "terminals[3].bits[1].net", from the element being read.
+    QString place(const char* field) const {
+        QString where;
+        if (list) {
+            where = QString("%1[%2]").arg(list).arg(index);
+            if (bit >= 0) {
+                where += QString(".bits[%1]").arg(bit);
+            }
+            if (field) {
+                where += '.';
+            }
+        }
+        return field ? where + field : where;
+    }
+
     [[noreturn]] void fail(const QString& field, const QString& problem) const {
         throw DesignError(
             QString("%1: field '%2' %3").arg(label, printable(field), problem).toStdString());
     }
-
-    QString text(const QJsonObject& from, const QString& field, bool required,
-                 const QString& where = QString()) const {
-        const QJsonValue value = from.value(field);
-        if (value.isUndefined() && !required) {
-            return QString();
-        }
-        if (!value.isString()) {
-            fail(where + field, "must be a string");
-        }
-        return value.toString();
+    [[noreturn]] void fail(const char* field, const QString& problem) const {
+        fail(place(field), problem);
     }
 
-    std::string name(const QJsonObject& from, const QString& field,
-                     const QString& where = QString()) const {
-        const std::string value = text(from, field, true, where).toStdString();
-        const std::string problem = nameProblem(value);
-        if (!problem.empty()) {
-            fail(where + field, QString::fromStdString(problem));
+    const Node& at(int index) const { return nodes[std::size_t(index)]; }
+
+    // The member `field` of an object, or null when it has none.
+    const Node* member(int from, const char* field) const {
+        const Node* found = nullptr;
+        for (int child = at(from).firstChild; child >= 0; child = at(child).next) {
+            if (at(child).key == field) {
+                if (found) {
+                    fail(field, "appears twice");
+                }
+                found = &at(child);
+            }
+        }
+        return found;
+    }
+
+    std::string text(int from, const char* field, bool required) const {
+        const Node* value = member(from, field);
+        if (!value && !required) {
+            return std::string();
+        }
+        if (!value || value->kind != Kind::String) {
+            fail(field, "must be a string");
+        }
+        return std::string(value->text);
+    }
+
+    std::string name(int from, const char* field) const {
+        std::string value = text(from, field, true);
+        const QString problem = BlockGrammar::nameProblem(std::string_view(value));
+        if (!problem.isEmpty()) {
+            fail(field, problem);
         }
         return value;
     }
 
     // A net name, or null for an unconnected terminal or bit.
-    Net* net(const QJsonObject& from, const QString& where) {
-        const QJsonValue value = from.value("net");
-        if (value.isUndefined() || value.isNull()) {
+    Net* net(int from) {
+        const Node* value = member(from, "net");
+        if (!value || value->kind == Kind::Null) {
             return nullptr;
         }
-        return design.netNamed(name(from, "net", where));
+        return design.netNamed(name(from, "net"));
     }
 
-    qint64 integer(const QJsonObject& from, const QString& field, qint64 low, qint64 high,
-                   qint64 absent, const QString& where = QString()) const {
-        const QJsonValue value = from.value(field);
-        if (value.isUndefined()) {
+    qint64 integer(int from, const char* field, qint64 low, qint64 high, qint64 absent) const {
+        const Node* value = member(from, field);
+        if (!value) {
             return absent;
         }
-        // The range is checked before the conversion: a double outside qint64 does not convert.
-        const double number = value.toDouble();
-        if (!value.isDouble() || !(number >= static_cast<double>(low)) ||
-            !(number <= static_cast<double>(high)) || number != std::floor(number)) {
-            fail(where + field, QString("must be an integer from %1 to %2").arg(low).arg(high));
+        qint64 result = 0;
+        if (value->kind != Kind::Number || !integerValue(value->text, low, high, result)) {
+            fail(field, QString("must be an integer from %1 to %2").arg(low).arg(high));
         }
-        return static_cast<qint64>(number);
+        return result;
     }
 
-    QJsonArray array(const QString& field) const {
-        const QJsonValue value = object.value(field);
-        if (value.isUndefined()) {
-            return QJsonArray();
+    // The elements of the array `field` of the instance, or none when it has no such field.
+    std::vector<int> array(const char* field) const {
+        std::vector<int> elements;
+        const Node* value = member(object, field);
+        if (!value) {
+            return elements;
         }
-        if (!value.isArray()) {
+        if (value->kind != Kind::Array) {
             fail(field, "must be an array");
         }
-        return value.toArray();
+        for (int child = value->firstChild; child >= 0; child = at(child).next) {
+            elements.push_back(child);
+        }
+        return elements;
     }
 
-    QJsonObject element(const QJsonValue& value, const QString& where) const {
-        if (!value.isObject()) {
-            fail(where, "must be an object");
+    void requireObject(int element) const {
+        if (at(element).kind != Kind::Object) {
+            fail(nullptr, "must be an object");
         }
-        return value.toObject();
     }
 
     void readModel(Instance& instance) const {
-        const QString model = text(object, "model", false);
-        if (model.isEmpty() || model == "active") {
+        const std::string model = text(object, "model", false);
+        if (model.empty() || model == "active") {
             instance.modelKind = ModelKind::Active;
         } else if (model == "inactive") {
             instance.modelKind = ModelKind::Inactive;
@@ -151,140 +246,218 @@ private:
         if (instance.cell == probeCellName) {
             instance.parameters.defaults = &probeItemDefinition();
         }
-        const QJsonValue value = object.value("parameters");
-        if (value.isUndefined()) {
+        const Node* value = member(object, "parameters");
+        if (!value) {
             return;
         }
-        if (!value.isObject()) {
+        if (value->kind != Kind::Object) {
             fail("parameters", "must be an object");
         }
-        const QJsonObject parameters = value.toObject();
-        for (auto it = parameters.begin(); it != parameters.end(); ++it) {
-            // One copy of the key: the scan's begin and end must come from the same string.
-            const QString key = it.key();
+        InstanceSource& source = instance.source;
+        source.hasParameters = true;
+        source.parametersOpen = value->begin;
+        source.parametersClose = value->end - 1;
+        ParameterValues& values = instance.parameters.values;
+        for (int child = value->firstChild; child >= 0; child = at(child).next) {
+            const Node& parameter = at(child);
+            const std::string_view key = parameter.key;
             // A bad key is not repeated in the message, which stays on one line.
-            if (key.isEmpty() || std::any_of(key.cbegin(), key.cend(), isControl)) {
+            if (key.empty() || holdsControl(key)) {
                 fail("parameters",
                      "holds a parameter with an empty name or a control character in its name");
             }
-            const QString where = "parameters." + key;
-            if (!it.value().isString()) {
+            const QString where = "parameters." + fromUtf8(key);
+            if (parameter.kind != Kind::String) {
                 fail(where, "must be a string");
             }
-            const QString text = it.value().toString();
-            const std::string problem = valueProblem(key.toStdString(), text);
-            if (!problem.empty()) {
-                fail(where, QString::fromStdString(problem));
+            const std::string_view text = parameter.text;
+            if (holdsControl(text) || key == "IbisPinSelEbdNodesName") {
+                const std::string problem = valueProblem(std::string(key), fromUtf8(text));
+                if (!problem.empty()) {
+                    fail(where, QString::fromStdString(problem));
+                }
             }
-            instance.parameters.values[key.toStdString()] = text.toStdString();
+            if (!values.emplace(key, text).second) {
+                fail(where, "appears twice");
+            }
+            source.parameters.push_back(
+                {parameter.keyBegin, parameter.keyEnd, parameter.begin, parameter.end});
         }
     }
 
     void readTerminals(Instance& instance) {
-        const QJsonArray terminals = array("terminals");
-        for (int i = 0; i < terminals.size(); ++i) {
-            const QString where = QString("terminals[%1]").arg(i);
-            const QJsonObject terminal = element(terminals[i], where);
-            const std::string termName = name(terminal, "name", where + ".");
-            if (!terminal.contains("bits")) {
-                design.addScalarTerm(&instance, termName, net(terminal, where + "."));
+        const std::vector<int> terminals = array("terminals");
+        list = "terminals";
+        index = 0;
+        for (const int terminal : terminals) {
+            requireObject(terminal);
+            const std::string termName = name(terminal, "name");
+            const Node* bitList = member(terminal, "bits");
+            if (!bitList) {
+                design.addScalarTerm(&instance, termName, net(terminal));
+                ++index;
                 continue;
             }
-            if (!terminal.value("bits").isArray() || terminal.value("bits").toArray().isEmpty()) {
-                fail(where + ".bits", "must be a non-empty array");
+            if (bitList->kind != Kind::Array || bitList->firstChild < 0) {
+                fail("bits", "must be a non-empty array");
             }
             std::vector<std::pair<std::string, Net*>> bits;
-            const QJsonArray bitArray = terminal.value("bits").toArray();
-            for (int b = 0; b < bitArray.size(); ++b) {
-                const QString bitWhere = QString("%1.bits[%2]").arg(where).arg(b);
-                const QJsonObject bit = element(bitArray[b], bitWhere);
-                bits.emplace_back(name(bit, "name", bitWhere + "."), net(bit, bitWhere + "."));
+            bit = 0;
+            for (int element = bitList->firstChild; element >= 0; element = at(element).next) {
+                requireObject(element);
+                std::string bitName = name(element, "name");
+                bits.emplace_back(std::move(bitName), net(element));
+                ++bit;
             }
+            bit = -1;
             design.addBusTerm(&instance, termName, bits);
+            ++index;
         }
+        list = nullptr;
     }
 
-    std::int32_t signal(const QJsonObject& port, const QString& where) const {
-        const QJsonValue value = port.value("signal");
-        if (value.isString()) {
+    std::int32_t signal(int port) const {
+        const Node* value = member(port, "signal");
+        if (value && value->kind == Kind::String) {
             for (std::int32_t i = 0; i < std::int32_t(std::size(signalFamilies)); ++i) {
-                if (value.toString() == signalFamilies[i]) {
+                if (value->text == signalFamilies[i]) {
                     return i;
                 }
             }
-            fail(where + "signal", "is not a known signal family");
+            fail("signal", "is not a known signal family");
         }
         return static_cast<std::int32_t>(
-            integer(port, "signal", INT32_MIN, INT32_MAX, INT32_MIN - 1LL, where));
+            integer(port, "signal", INT32_MIN, INT32_MAX, INT32_MIN - 1LL));
     }
 
-    void readPorts(Instance& instance) const {
-        const QJsonArray ports = array("ddrPorts");
-        for (int i = 0; i < ports.size(); ++i) {
-            const QString where = QString("ddrPorts[%1].").arg(i);
-            const QJsonObject port = element(ports[i], where.chopped(1));
-            if (!port.contains("signal")) {
-                fail(where + "signal", "is missing");
+    void readPorts(Instance& instance) {
+        const std::vector<int> ports = array("ddrPorts");
+        list = "ddrPorts";
+        index = 0;
+        for (const int port : ports) {
+            requireObject(port);
+            if (!member(port, "signal")) {
+                fail("signal", "is missing");
             }
             DdrPort ddr;
-            ddr.port = name(port, "port", where);
-            ddr.pin = name(port, "pin", where);
-            ddr.refDes = name(port, "refDes", where);
-            ddr.channel =
-                static_cast<std::uint32_t>(integer(port, "channel", 0, UINT32_MAX, 0, where));
-            ddr.signal = signal(port, where);
-            ddr.index = static_cast<std::int32_t>(integer(port, "index", 0, INT32_MAX, 0, where));
+            ddr.port = name(port, "port");
+            ddr.pin = name(port, "pin");
+            ddr.refDes = name(port, "refDes");
+            ddr.channel = static_cast<std::uint32_t>(integer(port, "channel", 0, UINT32_MAX, 0));
+            ddr.signal = signal(port);
+            ddr.index = static_cast<std::int32_t>(integer(port, "index", 0, INT32_MAX, 0));
             instance.ddrPorts.push_back(ddr);
+            ++index;
         }
+        list = nullptr;
+    }
+
+    // Where the instance stands in the text, for saving it.
+    void readLayout(Instance& instance) const {
+        const Node& self = at(object);
+        const Node* nameNode = member(object, "name");
+        InstanceSource& source = instance.source;
+        source.name = {nameNode->keyBegin, nameNode->keyEnd, nameNode->begin, nameNode->end};
+        source.last = self.last;
+        source.endBeforeLast = self.endBeforeLast;
+        source.members = self.members;
     }
 
     db::Design& design;
     // The names of the instances read so far: a set, since a board holds 10^5 of them.
     std::unordered_set<std::string>& takenNames;
-    const QJsonObject& object;
+    const Nodes& nodes;
+    const int object;
     QString label;
+    // The list, element and bit being read, for the place of a fault.
+    const char* list = nullptr;
+    int index = 0;
+    int bit = -1;
 };
 
-// The line and column, counted in characters, of a syntax error that Qt reports at a byte offset.
-QString lineAndColumn(const QByteArray& bytes, const QJsonParseError& error) {
-    int offset = std::clamp(error.offset, 0, static_cast<int>(bytes.size()));
-    // Qt reports most errors just past the character it choked on, having consumed it; it reports
-    // trailing garbage, bad numbers and bad UTF-8 at the character itself.
-    const bool pastTheCharacter = error.error != QJsonParseError::GarbageAtEnd &&
-                                  error.error != QJsonParseError::IllegalNumber &&
-                                  error.error != QJsonParseError::IllegalUTF8String;
-    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; };
-    if (pastTheCharacter && offset > 0 && !isBlank(bytes[offset - 1])) {
-        --offset;
+// The bytes of a design file and its mode, or why they cannot be had (without the path).
+struct FileBytes {
+    QByteArray bytes;
+    mode_t mode = 0;
+    std::string fault;
+};
+
+FileBytes readFileBytes(const QString& path) {
+    FileBytes read;
+    // Opened without waiting, so that a FIFO is refused rather than waited on.
+    const int handle =
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (handle < 0) {
+        read.fault = std::strerror(errno);
+        return read;
     }
-    const int lineStart = offset > 0 ? bytes.lastIndexOf('\n', offset - 1) + 1 : 0;
-    const int line = static_cast<int>(bytes.left(lineStart).count('\n')) + 1;
-    const int column =
-        QString::fromUtf8(bytes.mid(lineStart, offset - lineStart)).toUcs4().size() + 1;
-    return QString("line %1, column %2").arg(line).arg(column);
+    QFile file;
+    struct stat facts {};
+    if (!file.open(handle, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(handle);
+        read.fault = file.errorString().toStdString();
+    } else if (::fstat(handle, &facts) != 0) {
+        read.fault = std::strerror(errno);
+    } else if (!S_ISREG(facts.st_mode)) {
+        read.fault = S_ISDIR(facts.st_mode) ? "it is a folder" : "it is not a regular file";
+    } else if (facts.st_size > largestDesign) {
+        read.fault = "it is larger than 256 MB";
+    } else {
+        read.bytes = file.readAll();
+        read.mode = facts.st_mode & 07777;
+        if (file.error() != QFileDevice::NoError) {
+            read.fault = file.errorString().toStdString();
+        } else if (read.bytes.size() > largestDesign) {
+            read.fault = "it is larger than 256 MB";
+        }
+    }
+    return read;
 }
 
-QJsonObject parseRoot(const QByteArray& bytes) {
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
-    if (error.error != QJsonParseError::NoError) {
-        throw DesignError(
-            QString("%1: %2").arg(lineAndColumn(bytes, error), error.errorString()).toStdString());
-    }
-    if (!document.isObject()) {
+// Reads the top level of the design's text and its instances into the design.
+void readDesignText(db::Design& design) {
+    std::unordered_set<std::string> takenNames;
+    std::string instanceFault;
+    QByteArray work;
+    const Nodes top = designtext::parse(
+        design.sourceText, work,
+        [&](const Nodes& nodes, int instance, int position, bool isObject) {
+            if (!isObject) {
+                throw DesignError(
+                    QString("instance %1 must be an object").arg(position).toStdString());
+            }
+            InstanceReader(design, takenNames, nodes, instance, position).read();
+        },
+        instanceFault);
+    if (top.front().kind != Kind::Object) {
         throw DesignError("the file must hold one JSON object");
     }
-    const QJsonObject root = document.object();
-    if (root.value("format").toString() != formatName) {
+    const Node* fields[3] = {nullptr, nullptr, nullptr};
+    const char* const names[3] = {"format", "name", "instances"};
+    for (std::size_t i = 1; i < top.size(); ++i) {
+        for (int f = 0; f < 3; ++f) {
+            if (top[i].key == names[f]) {
+                if (fields[f]) {
+                    throw DesignError(std::string("field '") + names[f] + "' appears twice");
+                }
+                fields[f] = &top[i];
+            }
+        }
+    }
+    const auto [format, name, instances] = fields;
+    if (!format || format->kind != Kind::String || format->text != formatName) {
         throw DesignError(std::string("field 'format' must be \"") + formatName + "\"");
     }
-    if (!root.value("name").isUndefined() && !root.value("name").isString()) {
+    if (name && name->kind != Kind::String) {
         throw DesignError("field 'name' must be a string");
     }
-    if (!root.value("instances").isArray()) {
+    if (!instances || instances->kind != Kind::Array) {
         throw DesignError("field 'instances' must be an array");
     }
-    return root;
+    if (!instanceFault.empty()) {
+        throw DesignError(instanceFault);
+    }
+    design.name = name ? std::string(name->text) : std::string();
 }
 
 QString escaped(uint c) {
@@ -345,85 +518,136 @@ std::string valueProblem(const std::string& key, const QString& value) {
 }
 
 std::string nameProblem(const std::string& name) {
-    if (name.empty()) {
-        return "is empty";
-    }
-    // Checked by character, so that non-ASCII white space and control characters count too.
-    for (const QChar c : QString::fromStdString(name)) {
-        if (isControl(c)) {
-            return "holds a control character";
-        }
-        if (c.isSpace()) {
-            return "holds white space";
-        }
-        if (c == '"' || c == '\\' || c == ',') {
-            return std::string("holds the character ") + c.toLatin1();
-        }
-    }
-    return std::string();
+    return BlockGrammar::nameProblem(std::string_view(name)).toStdString();
 }
 
 std::unique_ptr<db::Design> readDesignFile(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw DesignError(withFile(path, "cannot read: " + file.errorString().toStdString()));
+    FileBytes file = readFileBytes(path);
+    if (!file.fault.empty()) {
+        throw DesignError(withFile(path, "cannot read: " + file.fault));
     }
-    const QByteArray bytes = file.readAll();
     auto design = std::make_unique<db::Design>();
     design->filePath = path;
+    design->sourceText = std::move(file.bytes);
     try {
-        design->source = parseRoot(bytes);
-        design->name = design->source.value("name").toString().toStdString();
-        const QJsonArray instances = design->source.value("instances").toArray();
-        std::unordered_set<std::string> takenNames;
-        for (int i = 0; i < instances.size(); ++i) {
-            if (!instances[i].isObject()) {
-                throw DesignError(QString("instance %1 must be an object").arg(i).toStdString());
-            }
-            const QJsonObject object = instances[i].toObject();
-            InstanceReader(*design, takenNames, object, i).read();
-        }
+        readDesignText(*design);
     } catch (const DesignError& error) {
         throw DesignError(withFile(path, error.what()));
     }
     return design;
 }
 
-void writeDesignFile(const db::Design& design) {
-    QJsonObject root = design.source;
-    QJsonArray instances;
-    for (const auto& instance : design.instances) {
-        QJsonObject object = instance->source;
-        object["name"] = QString::fromStdString(instance->name);
-        QJsonObject parameters;
-        for (const auto& [key, value] : instance->parameters.values) {
-            parameters[QString::fromStdString(key)] = QString::fromStdString(value);
-        }
-        // An instance that had no parameters in the file and has none now keeps that shape.
-        if (!parameters.isEmpty() || object.contains("parameters")) {
-            object["parameters"] = parameters;
-        }
-        instances.append(object);
+void writeDesignFile(db::Design& design) {
+    const QString& path = design.filePath;
+    if (design.sourceText.isNull()) {
+        throw DesignError(withFile(path, "cannot write: the design was not read from a file"));
     }
-    root["instances"] = instances;
-    QSaveFile file(design.filePath);
-    if (!file.open(QIODevice::WriteOnly)) {
+    const DesignLock lock(path);
+    // What the file holds now must be what was read: a save never writes over another's change.
+    const FileBytes onDisk = readFileBytes(path);
+    if (!onDisk.fault.empty()) {
         throw DesignError(
-            withFile(design.filePath, "cannot write: " + file.errorString().toStdString()));
+            withFile(path, "cannot save: " + onDisk.fault + " now; nothing was written"));
+    }
+    if (onDisk.bytes != design.sourceText) {
+        throw DesignError(withFile(
+            path, "cannot save: the file changed on disk since it was read; nothing was written"));
+    }
+    std::vector<InstanceSource> layouts;
+    const QByteArray text = designtext::edited(design, layouts);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        throw DesignError(withFile(path, "cannot write: " + file.errorString().toStdString()));
     }
     // QSaveFile only notices a failed write that happens before commit(), so the text is written
-    // out here and checked; a short write leaves the original untouched.
-    const QByteArray text = QJsonDocument(root).toJson(QJsonDocument::Indented);
+    // out here and checked; a short write leaves the original untouched. The new file gets the
+    // mode of the old one.
     errno = 0;
-    if (file.write(text) != text.size() || !file.flush()) {
+    if (::fchmod(file.handle(), onDisk.mode) != 0 || file.write(text) != text.size() ||
+        !file.flush()) {
         // Qt keeps no message for a failed flush; the system's reason is the useful one.
         const std::string reason = errno ? std::strerror(errno) : file.errorString().toStdString();
         file.cancelWriting();
-        throw DesignError(withFile(design.filePath, "cannot write: " + reason));
+        throw DesignError(withFile(path, "cannot write: " + reason));
     }
     if (!file.commit()) {
-        throw DesignError(
-            withFile(design.filePath, "cannot write: " + file.errorString().toStdString()));
+        throw DesignError(withFile(path, "cannot write: " + file.errorString().toStdString()));
+    }
+    design.sourceText = text;
+    for (std::size_t i = 0; i < layouts.size(); ++i) {
+        design.instances[i]->source = std::move(layouts[i]);
+    }
+}
+
+// ---- the lock of a design file ---------------------------------------------------------------
+
+namespace {
+
+// The design files whose locks this process holds, and how many holders each has.
+struct HeldLocks {
+    std::mutex mutex;
+    std::map<QString, int> holders;
+};
+
+HeldLocks& heldLocks() {
+    static HeldLocks held;
+    return held;
+}
+
+}  // namespace
+
+DesignLock::DesignLock(const QString& designPath) {
+    const QFileInfo info(designPath);
+    // Beside the file itself, whatever link leads to it.
+    const QString target = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+    lockPath = target + ".lock";
+    HeldLocks& held = heldLocks();
+    {
+        const std::lock_guard<std::mutex> guard(held.mutex);
+        const auto holder = held.holders.find(lockPath);
+        if (holder != held.holders.end()) {
+            ++holder->second;
+            return;
+        }
+    }
+    file = std::make_unique<QLockFile>(lockPath);
+    // A lock whose process is gone is taken over at once; one that a live process has held for
+    // longer than any save takes is taken over too.
+    file->setStaleLockTime(staleMilliseconds);
+    if (!file->tryLock(waitMilliseconds)) {
+        std::string reason;
+        qint64 pid = 0;
+        QString host;
+        QString application;
+        switch (file->error()) {
+            case QLockFile::LockFailedError:
+                reason = "another program is writing it";
+                if (file->getLockInfo(&pid, &host, &application)) {
+                    reason += " (process " + std::to_string(pid) + ")";
+                }
+                reason += "; nothing was written";
+                break;
+            case QLockFile::PermissionError:
+                reason = "cannot lock it: cannot make " + lockPath.toStdString();
+                break;
+            default:
+                reason = "cannot lock it";
+                break;
+        }
+        throw DesignError(withFile(designPath, reason));
+    }
+    const std::lock_guard<std::mutex> guard(held.mutex);
+    held.holders[lockPath] = 1;
+}
+
+DesignLock::~DesignLock() {
+    HeldLocks& held = heldLocks();
+    const std::lock_guard<std::mutex> guard(held.mutex);
+    if (--held.holders[lockPath] == 0) {
+        held.holders.erase(lockPath);
+        if (file) {
+            file->unlock();
+        }
     }
 }
 

@@ -145,8 +145,9 @@ Host::Host(RegistryConfig config) {
 }
 
 Host::~Host() {
-    for (const char* name : {"de_workspace_directory", "de_end_one_lapi_command_in_all_context_windows",
-                             "de_post_help_cb", "de_iteminfo_edit_instance"}) {
+    for (const char* name :
+         {"de_workspace_directory", "de_end_one_lapi_command_in_all_context_windows",
+          "de_post_help_cb", "de_iteminfo_edit_instance"}) {
         removeHostFunction(name);
     }
 }
@@ -162,7 +163,7 @@ void Host::adoptDesign(std::unique_ptr<db::Design> design) {
     currentDesign = std::move(design);
 }
 
-void Host::saveDesign() const {
+void Host::saveDesign() {
     if (!currentDesign) {
         throw DesignError("no design is loaded");
     }
@@ -190,7 +191,9 @@ std::vector<std::string> Host::loadPlugin(const QString& path) {
     return registrationFailures();
 }
 
-void Host::reconfigureRegistry(const RegistryConfig& config) { theRegistry->configure(config); }
+void Host::reconfigureRegistry(const RegistryConfig& config) {
+    theRegistry->configure(config);
+}
 
 void Host::runRegistration() {
     theRegistry->failures.clear();
@@ -201,13 +204,17 @@ const VocabularyDescriptor* Host::vocabulary() const {
     return theRegistry->engine ? theRegistry->engine->vocabulary : nullptr;
 }
 
-InterfaceRegistry* Host::registry() const { return theRegistry.get(); }
+InterfaceRegistry* Host::registry() const {
+    return theRegistry.get();
+}
 
 const std::vector<std::string>& Host::registrationFailures() const {
     return theRegistry->failures;
 }
 
-const std::vector<std::string>& Host::interfaceLookups() const { return theRegistry->lookups; }
+const std::vector<std::string>& Host::interfaceLookups() const {
+    return theRegistry->lookups;
+}
 
 CallResult Host::call(const std::string& functionName,
                       const std::vector<ScriptArgument>& arguments) {
@@ -256,7 +263,9 @@ CallResult Host::netlistProbe(const std::string& instanceName) {
                 {ScriptArgument::paramIter(&parameters), ScriptArgument::instance(probe)});
 }
 
-std::vector<std::string> Host::takeWarnings() { return takeRecordedWarnings(); }
+std::vector<std::string> Host::takeWarnings() {
+    return takeRecordedWarnings();
+}
 
 void Host::commitSession(Session& session) {
     Instance& instance = session.instance;
@@ -290,11 +299,11 @@ void Host::defineHostFunctions() {
                            if (!key) {
                                throw ScriptError("de_post_help_cb needs a help key");
                            }
-                           auto* window = arguments.size() > 2
-                                              ? static_cast<WinInstanceC*>(*static_cast<void**>(
-                                                    oval_value_data(const_cast<VALUE_HEADER*>(
-                                                        arguments[2]))))
-                                              : nullptr;
+                           auto* window =
+                               arguments.size() > 2
+                                   ? static_cast<WinInstanceC*>(*static_cast<void**>(
+                                         oval_value_data(const_cast<VALUE_HEADER*>(arguments[2]))))
+                                   : nullptr;
                            helpRequests.emplace_back(key);
                            if (onHelp) {
                                onHelp(key, window);

@@ -61,8 +61,10 @@ public:
     // Takes over a design built in memory (tests build their own).
     void adoptDesign(std::unique_ptr<db::Design> design);
     db::Design* design() const { return currentDesign.get(); }
-    // Writes the design back to its file, atomically; throws DesignError.
-    void saveDesign() const;
+    // Writes what changed in the design back to its file, atomically, under the design's lock;
+    // throws DesignError, also when the file changed on disk since it was read (see
+    // writeDesignFile and DesignLock).
+    void saveDesign();
 
     // Chooses the probe instance that "ItemParametersEdit" sessions edit; false if there is none.
     bool setEditedItem(const std::string& instanceName);

@@ -113,11 +113,13 @@ TEST(DialogWizard, NextAndBackWalkTheMeasurementRouteWithoutLoweringTheFurthestT
 }
 
 // The dialog always opens on the measurement route, with the tabs up to the stored one enabled;
-// beyond the last tab no tab becomes current, but the buttons follow the stored number. Each case:
-// the stored tab, then the wizard after the opening.
+// a stored tab outside the route is taken as the nearest tab, and that is what the opening stores
+// back (the extremes of an int once spun the opening for seconds, or overflowed). Each case: the
+// stored tab, then the wizard after the opening.
 TEST(DialogWizard, TheStoredTabDecidesWhereTheDialogOpens) {
-    for (const QString& c : QString("3:3 11110 BN- 3;4:4 11111 B-F 4;9:0 11111 BN- 9;"
-                                    "1x:1 11000 BN- 1;:0 10000 -N- 0")
+    for (const QString& c : QString("3:3 11110 BN- 3;4:4 11111 B-F 4;9:4 11111 B-F 4;"
+                                    "1x:1 11000 BN- 1;:0 10000 -N- 0;-1:0 10000 -N- 0;"
+                                    "-2147483648:0 10000 -N- 0;2147483647:4 11111 B-F 4")
                                 .split(';')) {
         OpenDialog opened(atTab(c.section(':', 0, 0)));
         ASSERT_NE(opened.dialog(), nullptr) << opened.lastCall().error;

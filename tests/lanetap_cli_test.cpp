@@ -286,11 +286,20 @@ TEST(DesignFile, NamesMustBePlain) {
          "instance 'U1': field 'terminals[0].bits[1].net'"},
         {R"({"name": "U1", "cell": "c", "ddrPorts": [{"port": "P", "pin": "P", "refDes": "%1", "signal": "DQ"}]})",
          "instance 'U1': field 'ddrPorts[0].refDes'"}};
-    const std::pair<const char*, std::string> names[] = {
+    // The block carries names unescaped: = and ; break its lines, bidirectional marks reorder
+    // what a reader sees, and names have a length limit.
+    const std::pair<QString, std::string> names[] = {
         {"", "is empty"}, {"U 1", "holds white space"}, {"U\\u00a01", "holds white space"},
         {"U\\\"1", "holds the character \""}, {"U\\\\1", "holds the character \\"}, {"U,1", "holds the character ,"},
         {"U\\t1", "holds a control character"}, {"U\\u007f1", "holds a control character"},
-        {"U\\u00851", "holds a control character"}, {"n_a<1>.µ", ""}};
+        {"U\\u00851", "holds a control character"}, {"n_a<1>.µ", ""},
+        {"U=1", "holds the character ="}, {"U;1", "holds the character ;"},
+        {"U\\u202e1", "holds a bidirectional-format character"},
+        {"U\\u20661", "holds a bidirectional-format character"},
+        {"U\\u200f1", "holds a bidirectional-format character"},
+        {QString(1024, 'U'), ""}, {QString(1023, 'U') + "€", ""},
+        {QString(1025, 'U'), "is longer than 1024 characters"},
+        {QString(1024, 'U') + "€", "is longer than 1024 characters"}};
     // clang-format on
     Workspace workspace;
     for (const auto& [instance, where] : places) {
