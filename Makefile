@@ -66,7 +66,7 @@ sanitize: deps
 # Qt's offscreen platform keeps a few allocations until exit; tests/lsan.supp names them.
 test-sanitize: sanitize
 	cd $(SANITIZE_BUILD) && QT_QPA_PLATFORM=offscreen \
-	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp ctest --output-on-failure -j $(JOBS)
+	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp:print_suppressions=0 ctest --output-on-failure -j $(JOBS)
 
 fuzz-deps:
 	@$(MAKE) --no-print-directory deps PACKAGES="$(PACKAGES) $(FUZZ_PACKAGES)"
