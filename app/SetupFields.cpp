@@ -108,16 +108,12 @@ int& shownIndex(TestModes& modes, FieldKind kind) {
                                        : modes.dqsSignalMode;
 }
 
-// The controller that decides a mode field, in words, or an empty text where the probe decides.
-QString decidedBy(const ProbeSetup& setup, FieldKind kind) {
-    const ControllerParameters& controller = *setup.controller;
-    const bool mode =
-        kind == FieldKind::DramType || kind == FieldKind::Cycle || kind == FieldKind::StrobeMode;
-    if (!mode || !controller.parametersRead ||
-        (kind == FieldKind::DramType && controller.isNoBurst())) {
-        return {};
-    }
-    return "the design's controller";
+// Whether the design's controller decides a field, whose box the dialog then locks.
+bool decidedByController(const ProbeSetup& setup, FieldKind kind) {
+    const DecidedModes decided = modesDecidedBy(*setup.controller);
+    return (kind == FieldKind::DramType && decided.dramType) ||
+           (kind == FieldKind::Cycle && decided.operationMode) ||
+           (kind == FieldKind::StrobeMode && decided.dqsSignalMode);
 }
 
 // A text or integer field as export writes it: an integer as a number.
@@ -218,11 +214,10 @@ QString lockedProblem(const ProbeSetup& setup, const Field& field, const QJsonVa
         return "the design's controller runs a DDR simulation, which has no compliance "
                "measurements: compliance stays off";
     }
-    const QString decider = decidedBy(setup, field.kind);
-    if (decider.isEmpty()) {
+    if (!decidedByController(setup, field.kind)) {
         return {};
     }
-    return QString("%1 decides it: %2").arg(decider, shown);
+    return QString("the design's controller decides it: %1").arg(shown);
 }
 
 }  // namespace

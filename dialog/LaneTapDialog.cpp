@@ -5,6 +5,7 @@
 #include "discovery/DesignWalk.h"
 #include "discovery/SignalDiscovery.h"
 #include "parameters/ParamText.h"
+#include "parameters/TestModes.h"
 #include "plugin/HostInterfaces.h"
 
 namespace LaneTapUI {
@@ -83,9 +84,10 @@ void LaneTapDialog::applyControllerRules() {
     if (!parameters->parametersRead) {
         return;
     }
-    ui.modeOfOperationBox->setEnabled(false);
-    ui.dqsSignalModeBox->setEnabled(false);
-    ui.dramTypeBox->setEnabled(parameters->isNoBurst());
+    const DecidedModes decided = modesDecidedBy(*parameters);
+    ui.modeOfOperationBox->setEnabled(!decided.operationMode);
+    ui.dqsSignalModeBox->setEnabled(!decided.dqsSignalMode);
+    ui.dramTypeBox->setEnabled(!decided.dramType);
     if (parameters->isDDRSimulation()) {
         ui.enableComplianceCheckBox->setEnabled(false);
     }

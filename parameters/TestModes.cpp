@@ -18,21 +18,28 @@ QString TestModes::dramTypeText() const {
     return item < 0 ? QString() : QString::fromLatin1(dramTypeItems[item]);
 }
 
+DecidedModes modesDecidedBy(const ControllerParameters& controller) {
+    DecidedModes decided;
+    decided.operationMode = decided.dqsSignalMode = controller.parametersRead;
+    decided.dramType = controller.parametersRead && !controller.isNoBurst();
+    return decided;
+}
+
 TestModes dialogTestModes(int storedDramType, int storedDqsSignalMode, int storedOperationMode,
                           const ControllerParameters& controller, int shownDramType) {
     TestModes modes;
     const int stored = itemOrNone<std::size(dramTypeItems)>(storedDramType);
     modes.dramType = stored < 0 ? shownDramType : stored;
-    if (!controller.parametersRead) {
-        modes.dqsSignalMode = itemOrNone<std::size(strobeModeItems)>(storedDqsSignalMode);
-        modes.operationMode = itemOrNone<std::size(cycleItems)>(storedOperationMode);
-        return modes;
-    }
-    if (!controller.isNoBurst()) {
+    const DecidedModes decided = modesDecidedBy(controller);
+    if (decided.dramType) {
         modes.dramType = controller.isDDR4() ? 0 : 1;
     }
-    modes.dqsSignalMode = controller.isNoBurst() ? 0 : 1;
-    modes.operationMode = controller.isReadMode() ? 0 : 1;
+    modes.dqsSignalMode = decided.dqsSignalMode
+                              ? (controller.isNoBurst() ? 0 : 1)
+                              : itemOrNone<std::size(strobeModeItems)>(storedDqsSignalMode);
+    modes.operationMode = decided.operationMode
+                              ? (controller.isReadMode() ? 0 : 1)
+                              : itemOrNone<std::size(cycleItems)>(storedOperationMode);
     return modes;
 }
 

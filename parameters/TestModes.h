@@ -25,6 +25,16 @@ struct TestModes {
     bool readCycle() const { return operationMode == 0; }
 };
 
+// Which of the three modes the design's controller decides, so that the setup page locks its box:
+// a controller decides the cycle and the strobe mode, and one with a burst pattern the DRAM type,
+// which only a controller without one leaves to the probe.
+struct DecidedModes {
+    bool dramType = false;
+    bool operationMode = false;
+    bool dqsSignalMode = false;
+};
+DecidedModes modesDecidedBy(const ControllerParameters& controller);
+
 // What the boxes show once a stored setup is loaded. The stored indices count where the controller
 // does not decide: a controller fixes the cycle and the strobe mode, and a bursting controller the
 // DRAM type too. A stored DRAM type that names no item leaves the box at `shownDramType`; a stored
