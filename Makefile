@@ -63,7 +63,8 @@ sanitize: deps
 	cmake -S . -B $(SANITIZE_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DLANETAP_SANITIZE=ON
 	cmake --build $(SANITIZE_BUILD) -j $(JOBS)
 
-# Qt's offscreen platform keeps a few allocations until exit; tests/lsan.supp names them.
+# Qt's offscreen platform keeps a few allocations until exit; tests/lsan.supp names them. The
+# list of suppressions used stays off stderr, where the tests expect the program's lines only.
 test-sanitize: sanitize
 	cd $(SANITIZE_BUILD) && QT_QPA_PLATFORM=offscreen \
 	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp:print_suppressions=0 ctest --output-on-failure -j $(JOBS)

@@ -52,35 +52,26 @@ struct ComplianceFilter {
     bool any() const { return type || dram || mode || dqs; }
 };
 
-// Maps a word of the command line to its index in `words`, ignoring case, or fails.
-int choice(const Arguments& arguments, const QString& option, const QStringList& words) {
-    const QString value = arguments.value(option);
-    for (int i = 0; i < words.size(); ++i) {
-        if (value.compare(words[i], Qt::CaseInsensitive) == 0) {
-            return i;
-        }
-    }
-    throw Failure(
-        ExitUsage,
-        QString("--%1 must be %2, not %3").arg(option, words.join(" or "), standin::quoted(value)));
-}
+const QStringList modeWords = {"read", "write"};
+const QStringList strobeWords = {"continuous", "burst"};
 
 ComplianceFilter filterOf(const Arguments& arguments) {
     ComplianceFilter filter;
     if (arguments.values.contains("type")) {
-        filter.type = arguments.value("type");
+        // The types of the keys are upper case; the page's lookup compares them as they are.
+        filter.type = arguments.value("type").toUpper();
         if (filter.type->isEmpty()) {
             throw Failure(ExitUsage, "--type needs a signal type such as DQ");
         }
     }
     if (arguments.values.contains("dram")) {
-        filter.dram = dramTypes[choice(arguments, "dram", dramTypes)];
+        filter.dram = arguments.value("dram");
     }
     if (arguments.values.contains("mode")) {
-        filter.mode = choice(arguments, "mode", {"read", "write"});
+        filter.mode = modeWords.indexOf(arguments.value("mode"));
     }
     if (arguments.values.contains("dqs")) {
-        filter.dqs = choice(arguments, "dqs", {"continuous", "burst"});
+        filter.dqs = strobeWords.indexOf(arguments.value("dqs"));
     }
     return filter;
 }
@@ -296,8 +287,6 @@ int showThresholds(const Arguments& arguments) {
     return ExitOk;
 }
 
-}  // namespace
-
 int runCatalogue(const Arguments& arguments) {
     if (!arguments.positional.isEmpty()) {
         throw Failure(ExitUsage, QString("catalogue takes no arguments, not %1")
@@ -340,6 +329,48 @@ int runCatalogue(const Arguments& arguments) {
         writeOut(complianceText(complianceRows(filter), arguments.has("descriptions")));
     }
     return ExitOk;
+}
+
+}  // namespace
+
+const Command& catalogueCommand() {
+    static const Command command{
+        "catalogue",
+        QString(),
+        {{"Prints the compliance tests, one row each in the order of their table: table, id, "
+          "cycle (read, write or both), whether a continuous strobe offers it, DRAM type and "
+          "name."},
+         {"The filters --type, --dram, --mode and --dqs pick the rows that the probe's "
+          "compliance page offers, with its lookup. A filter that is left out narrows nothing: "
+          "every type, both DRAM types, both cycles, any strobe mode."},
+         {"--measurements, --supplies and --thresholds print another table instead of the "
+          "compliance rows, one of them at a time; --json applies to them as well."}},
+        {{{"type"},
+          "TYPE",
+          "a signal type as in the keys, in any case: DQ, DQS, DM, A, CA, CK, CKE, ... A type "
+          "that contains DM finds the DM rows, as the page does; control types such as CS or ODT "
+          "have none."},
+         {{"dram"}, QString(), "rows of that DRAM type", dramTypes},
+         {{"mode"}, QString(), "rows of that cycle and rows valid in both", modeWords},
+         {{"dqs"},
+          QString(),
+          "continuous leaves out the rows only a bursting strobe offers",
+          strobeWords},
+         {{"descriptions"}, QString(), "print each row's description under it"},
+         {{"json"},
+          QString(),
+          "print the whole catalogue as JSON: the compliance rows (filtered), measurements, "
+          "supplies, threshold defaults by speed grade, voltage units"},
+         {{"measurements"},
+          QString(),
+          "the generic measurements: code, name, netlist key, reference needed"},
+         {{"supplies"}, QString(), "supply defaults by DRAM type (--dram picks one)"},
+         {{"thresholds"},
+          "RATE",
+          "threshold defaults for a data rate in MT/s, as KEY=VALUE lines; a rate between speed "
+          "grades uses the next grade up, above 3200 the 3200 grade"}},
+        &runCatalogue};
+    return command;
 }
 
 }  // namespace lanetap

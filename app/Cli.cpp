@@ -2,65 +2,15 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 
 #include "standin/DesignFile.h"
+#include "standin/ItemDefinition.h"
 
 namespace lanetap {
-
-QString Arguments::required(const QString& option) const {
-    if (!values.contains(option)) {
-        throw Failure(ExitUsage, QString("missing --%1").arg(option));
-    }
-    return values.value(option);
-}
-
-Arguments parseArguments(const Command& command, const QStringList& words) {
-    Arguments arguments;
-    for (int i = 0; i < words.size(); ++i) {
-        const QString shortName = words[i].mid(1);
-        const QString& word = words[i].startsWith('-') && command.shortNames.contains(shortName)
-                                  ? "--" + command.shortNames.value(shortName)
-                                  : words[i];
-        if (!word.startsWith("--") || word == "--") {
-            arguments.positional << word;
-            continue;
-        }
-        QString option = word.mid(2);
-        QString value;
-        const int equals = option.indexOf('=');
-        const bool inlineValue = equals >= 0;
-        if (inlineValue) {
-            value = option.mid(equals + 1);
-            option.truncate(equals);
-        }
-        if (command.valueOptions.contains(option)) {
-            if (!inlineValue) {
-                if (i + 1 >= words.size()) {
-                    throw Failure(ExitUsage, QString("--%1 needs a value").arg(option));
-                }
-                value = words[++i];
-            }
-            arguments.values.insert(option, value);
-        } else if (option == "help" || command.flagOptions.contains(option)) {
-            if (inlineValue) {
-                throw Failure(ExitUsage, QString("--%1 takes no value").arg(option));
-            }
-            arguments.flags << option;
-        } else {
-            throw Failure(ExitUsage,
-                          QString("unknown option --%1 for '%2'; see 'lanetap %2 --help'")
-                              .arg(standin::printable(option), command.name));
-        }
-    }
-    return arguments;
-}
-
-QString usageOf(const Command& command) {
-    return QString("usage: lanetap %1\n\n%2").arg(command.synopsis, command.description);
-}
 
 const QString& designFileOf(const Arguments& arguments, const char* command) {
     if (arguments.positional.size() != 1) {
@@ -88,11 +38,20 @@ std::unique_ptr<standin::DesignLock> lockDesign(const QString& path) {
     }
 }
 
-standin::Instance* findProbe(const standin::Host& host, const QString& name) {
-    standin::Instance* probe = host.design()->findInstance(name.toStdString());
-    if (!probe) {
+standin::Instance* findInstance(const standin::Host& host, const QString& name) {
+    standin::Instance* instance = host.design()->findInstance(name.toStdString());
+    if (!instance) {
         throw Failure(ExitUsage, QString("%1: no instance named %2")
                                      .arg(host.design()->filePath, standin::quoted(name)));
+    }
+    return instance;
+}
+
+standin::Instance* findProbe(const standin::Host& host, const QString& name) {
+    standin::Instance* probe = findInstance(host, name);
+    if (probe->cell != standin::probeCellName) {
+        throw Failure(ExitUsage, QString("%1 is a %2, not a LaneTap probe")
+                                     .arg(name, QString::fromStdString(probe->cell)));
     }
     return probe;
 }
@@ -146,6 +105,33 @@ void writeOut(std::string_view bytes) {
     if (std::fwrite(bytes.data(), 1, size, stdout) != size || std::fflush(stdout) != 0) {
         throw Failure(ExitUsage, QString("cannot write the output: %1").arg(std::strerror(errno)));
     }
+}
+
+void writeOutput(const QString& path, std::string_view bytes) {
+    if (path.isEmpty()) {
+        writeOut(bytes);
+        return;
+    }
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        throw Failure(ExitUsage, QString("%1: cannot write: %2").arg(path, file.errorString()));
+    }
+    // QSaveFile's commit() misses a write that fails when the buffer is flushed, so the flush is
+    // checked here; the file is then left as it was.
+    const auto size = static_cast<qint64>(bytes.size());
+    errno = 0;
+    if (file.write(bytes.data(), size) != size || !file.flush()) {
+        // Qt keeps no message for a failed flush; the system's reason is the useful one.
+        const QString reason = errno ? QString(std::strerror(errno)) : file.errorString();
+        throw Failure(ExitUsage, QString("%1: cannot write: %2").arg(path, reason));
+    }
+    if (!file.commit()) {
+        throw Failure(ExitUsage, QString("%1: cannot write: %2").arg(path, file.errorString()));
+    }
+}
+
+void writeOutput(const QString& path, const QByteArray& bytes) {
+    writeOutput(path, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
 }
 
 }  // namespace lanetap

@@ -1,56 +1,18 @@
 #pragma once
 
-#include <QHash>
-#include <QMap>
+#include <QByteArray>
 #include <QString>
-#include <QStringList>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
+#include "app/CommandLine.h"
 #include "discovery/SignalRecord.h"
 #include "standin/Host.h"
 
-// Shared pieces of the lanetap commands: argument parsing, failures with their exit codes, and
-// the steps every command that runs the plug-in takes.
+// The steps the lanetap commands share: reading the design, finding the probe, loading the
+// plug-in, and writing what they print.
 namespace lanetap {
-
-enum ExitCode { ExitOk = 0, ExitFindings = 1, ExitUsage = 2, ExitScriptFailed = 3, ExitPlugin = 4 };
-
-// A failure that ends the program with one line on stderr and the given exit code.
-class Failure : public std::runtime_error {
-public:
-    Failure(ExitCode code, const QString& message)
-        : std::runtime_error(message.toStdString()), code(code) {}
-    ExitCode code;
-};
-
-struct Command {
-    const char* name;
-    const char* synopsis;
-    const char* description;
-    // Options that take a value, and options that stand alone (besides --help).
-    QStringList valueOptions;
-    QStringList flagOptions;
-    int (*run)(const struct Arguments& arguments);
-    // One-letter forms of options: "o" for "output".
-    QHash<QString, QString> shortNames = {};
-};
-
-struct Arguments {
-    QStringList positional;
-    QMap<QString, QString> values;
-    QStringList flags;
-
-    bool has(const QString& flag) const { return flags.contains(flag); }
-    QString value(const QString& option) const { return values.value(option); }
-    // The value of an option the command cannot do without.
-    QString required(const QString& option) const;
-};
-
-Arguments parseArguments(const Command& command, const QStringList& words);
-QString usageOf(const Command& command);
 
 // The one design file of a command's words, or a failure with exit code 2 naming the command.
 const QString& designFileOf(const Arguments& arguments, const char* command);
@@ -61,6 +23,8 @@ void loadDesign(standin::Host& host, const QString& path);
 // the load refuses.
 std::unique_ptr<standin::DesignLock> lockDesign(const QString& path);
 // The named instance of the loaded design, or a failure with exit code 2.
+standin::Instance* findInstance(const standin::Host& host, const QString& name);
+// The named instance when it is a LaneTap probe, or a failure with exit code 2.
 standin::Instance* findProbe(const standin::Host& host, const QString& name);
 // Loads and registers the plug-in (--plugin, then LANETAP_PLUGIN, then next to the program).
 void loadPlugin(standin::Host& host, const Arguments& arguments);
@@ -85,5 +49,9 @@ void writeOut(const QString& text);
 // The same for bytes that are UTF-8 already.
 void writeOut(const QByteArray& bytes);
 void writeOut(std::string_view bytes);
+// Writes to the file `path`, replaced in one step so that it is either whole or as it was, or to
+// stdout when `path` is empty; fails with exit code 2.
+void writeOutput(const QString& path, std::string_view bytes);
+void writeOutput(const QString& path, const QByteArray& bytes);
 
 }  // namespace lanetap

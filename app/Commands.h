@@ -2,17 +2,18 @@
 
 #include "app/Cli.h"
 
+// The commands of the lanetap program, each described where it is run.
 namespace lanetap {
 
-int runNetlist(const Arguments& arguments);
-int runGet(const Arguments& arguments);
-int runSet(const Arguments& arguments);
-int runSetup(const Arguments& arguments);
-int runSignals(const Arguments& arguments);
-int runCatalogue(const Arguments& arguments);
-int runGenerate(const Arguments& arguments);
-int runCheck(const Arguments& arguments);
-int runExport(const Arguments& arguments);
-int runApply(const Arguments& arguments);
+const Command& netlistCommand();
+const Command& checkCommand();
+const Command& getCommand();
+const Command& setCommand();
+const Command& exportCommand();
+const Command& applyCommand();
+const Command& setupCommand();
+const Command& signalsCommand();
+const Command& catalogueCommand();
+const Command& generateCommand();
 
 }  // namespace lanetap

@@ -20,9 +20,8 @@ void openProbe(ProbeInDesign& opened, const Arguments& arguments, const char* co
     if (arguments.positional.isEmpty()) {
         throw Failure(ExitUsage, QString("%1 needs a design file").arg(command));
     }
-    const QString probeName = arguments.required("probe");
     loadDesign(opened.host, arguments.positional.front());
-    opened.probe = findProbe(opened.host, probeName);
+    opened.probe = findInstance(opened.host, arguments.value("probe"));
 }
 
 // The parameters an instance shows: its own values over what its item definition supplies.
@@ -38,8 +37,6 @@ QMap<QString, QString> effectiveParameters(const standin::Instance& instance) {
     }
     return parameters;
 }
-
-}  // namespace
 
 int runGet(const Arguments& arguments) {
     ProbeInDesign opened;
@@ -60,8 +57,6 @@ int runGet(const Arguments& arguments) {
     writeOut(out);
     return ExitOk;
 }
-
-namespace {
 
 // What the checks of a probe's values need: the design's signals and the speed grades the probe
 // will hold once `changed` is stored.
@@ -104,8 +99,6 @@ void checkProbeValues(db::Design* design, const standin::Instance& probe,
         }
     }
 }
-
-}  // namespace
 
 int runSet(const Arguments& arguments) {
     // Held from the read to the write, so that two writers at once both land.
@@ -151,6 +144,40 @@ int runSet(const Arguments& arguments) {
         throw Failure(ExitUsage, error.what());
     }
     return ExitOk;
+}
+
+}  // namespace
+
+const Command& getCommand() {
+    static const Command command{
+        "get",
+        "DESIGN [KEY...]",
+        {{"Prints parameters of the instance NAME as KEY=VALUE lines: the given keys, or all of "
+          "them. A probe shows the values of its item definition for the keys its design file "
+          "lacks."}},
+        {{{"probe"}, "NAME", "the instance", {}, true}},
+        &runGet};
+    return command;
+}
+
+const Command& setCommand() {
+    static const Command command{
+        "set",
+        "DESIGN KEY=VALUE...",
+        {{"Sets parameters of the instance NAME and saves the design file. The file is replaced "
+          "in one step, so it is either fully written or left as it was, and only the values set "
+          "change in it. The design's lock is held from the read to the write. A value that the "
+          "block's settings line cannot carry (white space outside double quotes, ; = \" or \\ "
+          "in a plain value, a voltage that is not NUMBER or NUMBER UNIT) is refused. A probe "
+          "takes only the keys of its setup, each in its stored form (an int is an integer, an "
+          "index names an item of its box, a voltage is a number with a blank and a unit where "
+          "it has one, lists and maps name signals of the design, measurement codes and "
+          "compliance ids); docs/setup-parameters.md lists them. Anything else is refused, and "
+          "nothing is written."}},
+        {{{"probe"}, "NAME", "the instance", {}, true},
+         {{"raw"}, QString(), "store a probe's values as given, without the check of their form"}},
+        &runSet};
+    return command;
 }
 
 }  // namespace lanetap

@@ -71,11 +71,9 @@ void saveScreenshot(QWidget* dialog, const QString& path) {
     }
 }
 
-}  // namespace
-
 int runSetup(const Arguments& arguments) {
     const QString& designFile = designFileOf(arguments, "setup");
-    const QString probeName = arguments.required("probe");
+    const QString probeName = arguments.value("probe");
     const int tab = requestedTab(arguments);
     const bool picture = arguments.values.contains("screenshot");
     // A window on such a platform is never seen, and so never closed.
@@ -133,6 +131,33 @@ int runSetup(const Arguments& arguments) {
     QApplication::exec();
     printWarnings(host);
     return exitCode;
+}
+
+}  // namespace
+
+const Command& setupCommand() {
+    static const Command command{
+        "setup",
+        "DESIGN",
+        {{"Opens the probe's setup dialog in a window, as the host does when the user edits the "
+          "probe. Opening already writes the stored setup back in its normalised form. Apply and "
+          "Finish save the design file (atomically, never over a file that changed on disk since "
+          "it was read); Finish and Cancel end the edit and the program. Closing the window "
+          "through its frame only hides the dialog: the program then ends without saving "
+          "anything further. Help shows the probe's help page."}},
+        {{{"probe"}, "NAME", "the probe instance, an instance of the LaneTap cell", {}, true},
+         {{"plugin"}, "PATH", "the plug-in library (as for netlist)"},
+         {{"tab"},
+          "N",
+          "show tab N of the measurement route (0 Setup Probe ... 4 Select Compliance "
+          "Measurements) first"},
+         {{"screenshot"},
+          "FILE",
+          "save a picture of the dialog as FILE (PNG) and end at once; the design file is left as "
+          "it was. Without it, a platform that shows no window (offscreen, minimal) is refused"}},
+        &runSetup,
+        Widgets::Shown};
+    return command;
 }
 
 }  // namespace lanetap

@@ -2,7 +2,6 @@
 
 #include <QFile>
 #include <QJsonDocument>
-#include <QSaveFile>
 
 #include "app/Commands.h"
 #include "app/Nearest.h"
@@ -10,7 +9,6 @@
 #include "app/SetupDocument.h"
 #include "app/ValueForms.h"
 #include "standin/DesignFile.h"
-#include "standin/ItemDefinition.h"
 
 namespace lanetap {
 
@@ -19,16 +17,6 @@ namespace {
 const char documentFormat[] = "lanetap-setup-1";
 const QStringList sections{"format",  "testEnvironment", "supplies",   "thresholds",
                            "signals", "measurements",    "references", "compliance"};
-
-// The probe instance of the loaded design, refusing any other instance.
-standin::Instance* setupProbe(const standin::Host& host, const QString& name) {
-    standin::Instance* probe = findProbe(host, name);
-    if (probe->cell != standin::probeCellName) {
-        throw Failure(ExitUsage, QString("%1 is a %2, not a LaneTap probe")
-                                     .arg(name, QString::fromStdString(probe->cell)));
-    }
-    return probe;
-}
 
 QJsonObject readDocument(const QString& path) {
     QFile file(path);
@@ -109,11 +97,13 @@ QMap<QString, QString> applySetup(ProbeSetup& setup, const QJsonObject& document
     return changes;
 }
 
+namespace {
+
 int runExport(const Arguments& arguments) {
     const QString& designFile = designFileOf(arguments, "export");
     standin::Host host;
     loadDesign(host, designFile);
-    standin::Instance* probe = setupProbe(host, arguments.required("probe"));
+    standin::Instance* probe = findProbe(host, arguments.value("probe"));
     const ProbeSetup setup(host.design(), probe);
     int leftOut = 0;
     const QByteArray text =
@@ -124,15 +114,7 @@ int runExport(const Arguments& arguments) {
                      "'lanetap check' names them\n",
                      leftOut);
     }
-    const QString output = arguments.value("output");
-    if (output.isEmpty()) {
-        writeOut(text);
-        return ExitOk;
-    }
-    QSaveFile file(output);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
-        throw Failure(ExitUsage, QString("%1: cannot write: %2").arg(output, file.errorString()));
-    }
+    writeOutput(arguments.value("output"), text);
     return ExitOk;
 }
 
@@ -145,7 +127,7 @@ int runApply(const Arguments& arguments) {
     const auto lock = lockDesign(arguments.positional[0]);
     standin::Host host;
     loadDesign(host, arguments.positional[0]);
-    standin::Instance* probe = setupProbe(host, arguments.required("probe"));
+    standin::Instance* probe = findProbe(host, arguments.value("probe"));
     const QJsonObject document = readDocument(setupFile);
     QMap<QString, QString> changes;
     {
@@ -178,6 +160,49 @@ int runApply(const Arguments& arguments) {
         throw Failure(ExitUsage, error.what());
     }
     return ExitOk;
+}
+
+}  // namespace
+
+const Command& exportCommand() {
+    static const Command command{
+        "export",
+        "DESIGN",
+        {{"Writes the setup that the probe NAME stores as a JSON document in words, as the setup "
+          "dialog shows it: test environment, supplies and thresholds, the selected signals, "
+          "their measurements, the references that are not the automatic ones, and the "
+          "compliance tests by name ('offered' for all a group is offered). What the dialog "
+          "would drop or cannot show is left out, with a note on stderr. 'lanetap apply' reads "
+          "the document back; docs/setup-parameters.md describes it."}},
+        {{{"probe"}, "NAME", "the probe instance, an instance of the LaneTap cell", {}, true},
+         {{"o", "output"},
+          "FILE",
+          "write the document to FILE (replaced in one step), not to stdout"}},
+        &runExport};
+    return command;
+}
+
+const Command& applyCommand() {
+    static const Command command{
+        "apply",
+        "DESIGN SETUP",
+        {{"Applies a setup document (as 'lanetap export' writes it) to the probe NAME and saves "
+          "the design file. Each section or field the document has replaces what is stored; "
+          "what it leaves out stays. Signals are keys or glob patterns ('DQ_Ch0_U2_DQ[0-7]', as "
+          "'lanetap signals' lists them), measurements and compliance tests are names as the "
+          "dialog shows them, references are keys or 'auto' for the automatic reference. The "
+          "parameters become what the dialog would store for the same choices; a key whose "
+          "words do not change keeps its text. A name, pattern or id that names nothing, a "
+          "measurement the signal does not have, a reference of a type the signal may not take, "
+          "or a field the design's controller decides otherwise is refused with one line and "
+          "exit code 2, and nothing is written."}},
+        {{{"probe"}, "NAME", "the probe instance, an instance of the LaneTap cell", {}, true},
+         {{"dry-run"},
+          QString(),
+          "print each parameter that would change, as KEY: \"OLD\" -> \"NEW\", and write "
+          "nothing"}},
+        &runApply};
+    return command;
 }
 
 }  // namespace lanetap

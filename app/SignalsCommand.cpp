@@ -101,14 +101,12 @@ QString signalsText(const QList<const SignalRecord*>& records) {
     return table.text();
 }
 
-}  // namespace
-
 int runSignals(const Arguments& arguments) {
     const QString& designFile = designFileOf(arguments, "signals");
     standin::Host host;
     loadDesign(host, designFile);
     if (arguments.values.contains("probe")) {
-        findProbe(host, arguments.value("probe"));
+        findInstance(host, arguments.value("probe"));
     }
     const std::unique_ptr<LaneTapUI::ControllerParameters> controller =
         LaneTapUI::findControllerParameters(host.design());
@@ -129,6 +127,24 @@ int runSignals(const Arguments& arguments) {
         writeOut(signalsText(records));
     }
     return ExitOk;
+}
+
+}  // namespace
+
+const Command& signalsCommand() {
+    static const Command command{
+        "signals",
+        "DESIGN",
+        {{"Lists every signal that the netlist writer finds in the design, by type, channel, node "
+          "and index: the key a probe's setup names it by, its type, index, channel, designator, "
+          "node (pin, Die or Rx Output), polarity (s single-ended, t a differential pair), each "
+          "instance on it with its positive and, for a pair, negative port and net, and the "
+          "cells of those instances. Warnings of the walk, such as a half-connected pair, go to "
+          "stderr."}},
+        {{{"probe"}, "NAME", "check that the design has the instance NAME"},
+         {{"json"}, QString(), "print {\"signals\": [...]} with the same facts"}},
+        &runSignals};
+    return command;
 }
 
 }  // namespace lanetap

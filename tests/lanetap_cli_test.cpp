@@ -1,7 +1,7 @@
-// The lanetap program: set and get of parameters, what saving keeps, saving in one step, and the
-// exit codes of the commands. Then design files that cannot be used: each is refused by the loader
-// with a message that names the file, the place and the fault, and by the program with exit code
-// 2, one line on stderr, and the file left exactly as it was.
+// The lanetap program: set and get of parameters, what saving keeps, saving in one step, the exit
+// codes of the commands, and what their options take. Then design files that cannot be used: each
+// is refused by the loader with a message that names the file, the place and the fault, and by the
+// program with exit code 2, one line on stderr, and the file left exactly as it was.
 
 #include <gtest/gtest.h>
 
@@ -157,6 +157,78 @@ TEST(LanetapProgram, ExitCodesAndOneLineErrors) {
     const ProgramRun fromEnvironment = runProgram({"netlist", path, "--probe", "X1"}, environment);
     EXPECT_EQ(fromEnvironment.exitCode, 4);
     expectOneErrorLine(fromEnvironment, "cannot load plug-in");
+}
+
+// Each command parses its own options: help on -h everywhere, an option given twice refused, an
+// output file written whole or not at all, signal types in any case, and a probe that must be one.
+TEST(LanetapProgram, EveryCommandParsesItsOwnOptions) {
+    Workspace workspace;
+    const QString design = workspace.write(
+        "design.json", readBytes(LANETAP_SOURCE_DIR "/examples/ddr4_x8_write.json"));
+    const QString out = workspace.path("out.net");
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    environment.insert("XDG_RUNTIME_DIR", workspace.path(""));
+    const QByteArray block = runProgram({"netlist", design, "--probe", "X1"}).out;
+    const QByteArray dqRows = runProgram({"catalogue", "--type", "DQ"}).out;
+    const QByteArray dmRows = runProgram({"catalogue", "--type", "DM"}).out;
+    ASSERT_TRUE(block.contains("ComponentWithNodes:X1"));
+    ASSERT_TRUE(dqRows.contains("dqComplianceTable") && dmRows.contains("dmComplianceTable"));
+    const QByteArray before = "left as it was\n";
+    const QString notAProbe = "U2 is a DDR_Memory, not a LaneTap probe";
+    struct Row {
+        QStringList arguments;
+        int exitCode;
+        QString help;            // the command whose help is printed ("COMMAND": the program's)
+        QString error;           // or what the one error line holds
+        QByteArray stdOut = {};  // or what is printed
+        QByteArray file = {};    // what `out` holds afterwards; empty: as it was
+        int blocks = 0;          // a limit on the size of a written file, in blocks of 512 bytes
+    };
+    const Row rows[] = {
+        {{"-h"}, 0, "COMMAND", ""},
+        {{"netlist", "-h"}, 0, "netlist", ""},
+        {{"check", "-h"}, 0, "check", ""},
+        {{"get", "-h"}, 0, "get", ""},
+        {{"set", "-h"}, 0, "set", ""},
+        {{"export", "-h"}, 0, "export", ""},
+        {{"apply", "-h"}, 0, "apply", ""},
+        {{"setup", "-h"}, 0, "setup", ""},
+        {{"signals", "-h"}, 0, "signals", ""},
+        {{"catalogue", "-h"}, 0, "catalogue", ""},
+        {{"generate", "-h"}, 0, "generate", ""},
+        {{"netlist", design, "--probe", "X1", "-o", out}, 0, "", "", "", block},
+        {{"netlist", design, "--probe", "X1", "-o", out}, 2, "", out + ": cannot write", "", {}, 1},
+        {{"export", design, "--probe", "X1", "-o", out}, 2, "", out + ": cannot write", "", {}, 1},
+        {{"netlist", design, "--probe", "X1", "--probe", "X2"}, 2, "", "--probe given twice"},
+        {{"catalogue", "--type", "dq"}, 0, "", "", dqRows},
+        {{"catalogue", "--type", "dm_n"}, 0, "", "", dmRows},
+        {{"netlist", design, "--probe", "U2"}, 2, "", notAProbe},
+        {{"check", design, "--probe", "U2"}, 2, "", notAProbe},
+        {{"setup", design, "--probe", "U2", "--screenshot", out}, 2, "", notAProbe},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.arguments.join(' ').toStdString());
+        workspace.write("out.net", before);
+        const ProgramRun run = row.blocks > 0 ? lanetap_test::runProgramWithFileLimit(
+                                                    row.arguments, row.blocks, environment)
+                                              : runProgram(row.arguments, environment);
+        EXPECT_EQ(run.exitCode, row.exitCode) << run.err.toStdString();
+        if (!row.help.isEmpty()) {
+            EXPECT_TRUE(run.err.isEmpty()) << run.err.toStdString();
+            EXPECT_TRUE(run.out.startsWith(("usage: lanetap " + row.help + " ").toUtf8()))
+                << run.out.toStdString();
+            for (const QByteArray& line : run.out.split('\n')) {
+                EXPECT_LE(line.size(), 79) << line.toStdString();
+            }
+        } else if (!row.error.isEmpty()) {
+            expectOneErrorLine(run, row.error.toUtf8());
+        } else {
+            EXPECT_TRUE(run.err.isEmpty()) << run.err.toStdString();
+            EXPECT_EQ(run.out, row.stdOut);
+        }
+        EXPECT_EQ(readBytes(out), row.file.isEmpty() ? before : row.file);
+    }
 }
 
 using lanetap_test::designText;
