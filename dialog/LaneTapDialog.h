@@ -39,12 +39,16 @@ class LaneTapDialog : public QWidget {
     Q_OBJECT
 
 public:
-    LaneTapDialog(std::shared_ptr<ItemParameterSession> session, QWidget* parent,
+    // `editor` is the host's parameter editor that opened `session`; the dialog hands the session
+    // back through it when it commits.
+    LaneTapDialog(ItemParametersEditInterface* editor,
+                  std::shared_ptr<ItemParameterSession> session, QWidget* parent,
                   Qt::WindowFlags flags);
     ~LaneTapDialog() override;
 
-    // Takes over the edit of another item (or the same item again).
-    void rebindSession(std::shared_ptr<ItemParameterSession> newSession);
+    // Takes over the edit of another item (or the same item again), opened by `editor`.
+    void rebindSession(ItemParametersEditInterface* editor,
+                       std::shared_ptr<ItemParameterSession> newSession);
     // Reads the controller, discovers the design's signals, restores the stored setup and at once
     // writes it back, so that opening normalises the stored text.
     void loadFromInstance(WinInstanceC* newWindowInstance);
@@ -215,6 +219,7 @@ private:
     void recordWlRefRemoved(QTreeWidgetItem* reference, QTreeWidgetItem* signal);
 
     Ui::LaneTapQtDialog ui;
+    ItemParametersEditInterface* editor;
     std::shared_ptr<ItemParameterSession> session;
     WinInstanceC* windowInstance = nullptr;
     std::unique_ptr<ControllerParameters> parameters;
