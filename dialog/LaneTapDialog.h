@@ -14,8 +14,6 @@
 #include "parameters/ControllerParameters.h"
 #include "ui_LaneTapQtDialog.h"
 
-class QComboBox;
-class QLineEdit;
 class QTabWidget;
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -131,7 +129,6 @@ private:
     void loadSelections(const db::ParamIter& parameters);
 
     // SetupPage.cpp
-    void applyVoltage(const QString& text, QLineEdit* lineEdit, QComboBox* unitBox);
     void applySupplyDefaults(const QString& dramTypeText);
     void applyThresholdDefaults(int dataRate);
     void setThresholdGroupTitle();
