@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "dialog/TreeHelpers.h"
@@ -163,10 +164,20 @@ private:
     void deleteItemAndEmptyParents(QTreeWidgetItem* item);
     void moveKeys(const QStringList& keys, SignalRecordHash& from, SignalRecordHash& to);
     void inheritGroupMeasurements(QTreeWidgetItem* item);
-    // Moves the current item of `from`, with its records, to `to`: the add and remove buttons of
-    // both signal tabs.
-    void moveSignalItem(QTreeWidget* from, QTreeWidget* to, SignalRecordHash& target,
-                        SignalRecordHash& source, bool inheritMeasurements);
+    // How an item moved by an Add or Remove button takes its place in the tree it joins.
+    enum class Placement {
+        // A flat list of names: the item joins the list, which is sorted, its first entry current.
+        SortedList,
+        // A signal tree: the item joins below ancestors of the same texts, made where missing, is
+        // merged with an item of its text there and becomes current; column 0 is fitted again.
+        // The ancestors it leaves empty go with it.
+        SignalTree,
+    };
+    // What every Add and Remove button of the pages does: `record` takes the current item of
+    // `from` into the records, then the item moves to `to`. Without a current item nothing
+    // happens and the answer is false.
+    bool moveCurrentItem(QTreeWidget* from, QTreeWidget* to, Placement placement,
+                         const std::function<void(QTreeWidgetItem*)>& record);
     void applyGroupMeasurements(const QString& key);
 
     // MeasurementPage.cpp
