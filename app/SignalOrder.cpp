@@ -1,8 +1,12 @@
 #include "app/SignalOrder.h"
 
+#include <QCollatorSortKey>
 #include <algorithm>
+#include <array>
 #include <utility>
 #include <vector>
+
+#include "dialog/NaturalOrder.h"
 
 namespace lanetap {
 
@@ -65,27 +69,30 @@ QStringList naturallySorted(QStringList texts) {
     return texts;
 }
 
-namespace {
-
-// The text by which records are sorted; the separator sorts below every printable character, so
-// that "DQ" comes before "DQS".
-QString treeOrder(const SignalRecord& record) {
-    const QChar separator(1);
-    return record.signalType + separator + record.channel + separator + record.nodeName +
-           separator + record.signalIndex + separator + record.key;
-}
-
-}  // namespace
-
 QList<const SignalRecord*> inTreeOrder(const LaneTapUI::SignalRecordHash& records) {
-    // Each record's sort text is made once, not at every comparison.
-    std::vector<std::pair<QString, const SignalRecord*>> keyed;
+    // The levels of a signal tree: type, channel, node, then the signal; each record's keys are
+    // made once, not at every comparison.
+    using Levels = std::array<QCollatorSortKey, 4>;
+    LaneTapUI::prepareNaturalOrder();
+    std::vector<std::pair<Levels, const SignalRecord*>> keyed;
     keyed.reserve(static_cast<std::size_t>(records.size()));
     for (const SignalRecord* record : records) {
-        keyed.emplace_back(treeOrder(*record), record);
+        keyed.push_back({{LaneTapUI::naturalSortKey(record->signalType),
+                          LaneTapUI::naturalSortKey(record->channel),
+                          LaneTapUI::naturalSortKey(record->nodeName),
+                          LaneTapUI::naturalSortKey(record->signalIndex)},
+                         record});
     }
-    std::sort(keyed.begin(), keyed.end(),
-              [](const auto& a, const auto& b) { return naturalLess(a.first, b.first); });
+    // Records alike on every level follow their keys, collated and then by code points.
+    std::sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) {
+        for (std::size_t level = 0; level < a.first.size(); ++level) {
+            if (const int order = a.first[level].compare(b.first[level])) {
+                return order < 0;
+            }
+        }
+        const int order = LaneTapUI::naturalCompare(a.second->key, b.second->key);
+        return order != 0 ? order < 0 : a.second->key < b.second->key;
+    });
     QList<const SignalRecord*> ordered;
     ordered.reserve(int(keyed.size()));
     for (const auto& entry : keyed) {

@@ -92,11 +92,6 @@ const QHash<QString, MeasurementType>& measurementTypesByDisplayName() {
     return types;
 }
 
-const QHash<QString, MeasurementType>& measurementTypesByKey() {
-    static const QHash<QString, MeasurementType> types = typesByName(keyOf, false);
-    return types;
-}
-
 const QHash<QString, MeasurementType>& referenceFreeTypesByDisplayName() {
     static const QHash<QString, MeasurementType> types = typesByName(displayNameOf, true);
     return types;

@@ -23,9 +23,8 @@ const QHash<MeasurementType, QString>& measurementDisplayNames();
 const QHash<MeasurementType, QString>& measurementKeys();
 // Display name to the description shown under the measurement trees.
 const QHash<QString, QString>& measurementDescriptions();
-// Inverses of the two name tables.
+// Display name to code, the inverse of measurementDisplayNames().
 const QHash<QString, MeasurementType>& measurementTypesByDisplayName();
-const QHash<QString, MeasurementType>& measurementTypesByKey();
 // The measurements that need no reference signal, by display name and by key. A measurement
 // missing here ("Strobed Eye", "Skew") needs one.
 const QHash<QString, MeasurementType>& referenceFreeTypesByDisplayName();

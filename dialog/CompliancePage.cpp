@@ -159,21 +159,21 @@ void LaneTapDialog::showComplianceDescription(QTreeWidgetItem* item) {
 }
 
 void LaneTapDialog::onAddComplianceClicked() {
-    if (QTreeWidgetItem* measurement =
-            copyCurrentItem(ui.selectComplianceAvailableMeasurementTree,
-                            ui.selectComplianceSelectedMeasurementTree)) {
-        recordComplianceAdded(measurement, ui.selectComplianceSelectedSignalTree->currentItem());
-        delete measurement;
-    }
+    moveCurrentItem(ui.selectComplianceAvailableMeasurementTree,
+                    ui.selectComplianceSelectedMeasurementTree, Placement::SortedList,
+                    [this](QTreeWidgetItem* measurement) {
+                        recordComplianceAdded(measurement,
+                                              ui.selectComplianceSelectedSignalTree->currentItem());
+                    });
 }
 
 void LaneTapDialog::onRemoveComplianceClicked() {
-    if (QTreeWidgetItem* measurement =
-            copyCurrentItem(ui.selectComplianceSelectedMeasurementTree,
-                            ui.selectComplianceAvailableMeasurementTree)) {
-        recordComplianceRemoved(measurement, ui.selectComplianceSelectedSignalTree->currentItem());
-        delete measurement;
-    }
+    moveCurrentItem(ui.selectComplianceSelectedMeasurementTree,
+                    ui.selectComplianceAvailableMeasurementTree, Placement::SortedList,
+                    [this](QTreeWidgetItem* measurement) {
+                        recordComplianceRemoved(
+                            measurement, ui.selectComplianceSelectedSignalTree->currentItem());
+                    });
 }
 
 void LaneTapDialog::recordComplianceAdded(QTreeWidgetItem* measurement, QTreeWidgetItem* signal) {

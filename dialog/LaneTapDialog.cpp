@@ -6,13 +6,16 @@
 #include "discovery/SignalDiscovery.h"
 #include "parameters/ParamText.h"
 #include "parameters/TestModes.h"
-#include "plugin/HostInterfaces.h"
 
 namespace LaneTapUI {
 
-LaneTapDialog::LaneTapDialog(std::shared_ptr<ItemParameterSession> itemSession, QWidget* parent,
+LaneTapDialog::LaneTapDialog(ItemParametersEditInterface* itemEditor,
+                             std::shared_ptr<ItemParameterSession> itemSession, QWidget* parent,
                              Qt::WindowFlags flags)
-    : QWidget(parent, flags), session(std::move(itemSession)), workspaceDirectory("C:\\") {
+    : QWidget(parent, flags),
+      editor(itemEditor),
+      session(std::move(itemSession)),
+      workspaceDirectory("C:\\") {
     ui.setupUi(this);
     setWindowFlags(windowFlags() & ~Qt::WindowContextHelpButtonHint);
     setupConnections();
@@ -33,8 +36,10 @@ LaneTapDialog::~LaneTapDialog() {
     allSignals.clear();
 }
 
-void LaneTapDialog::rebindSession(std::shared_ptr<ItemParameterSession> newSession) {
+void LaneTapDialog::rebindSession(ItemParametersEditInterface* newEditor,
+                                  std::shared_ptr<ItemParameterSession> newSession) {
     sessionDirty = false;
+    editor = newEditor;
     session = std::move(newSession);
 }
 
@@ -110,7 +115,7 @@ void LaneTapDialog::commitToHost() {
     if (!session->passesEditOn()) {
         return;
     }
-    const ORLValue sessionValue(LaneTapPlugin::itemParametersInterface()->sessionValue(&session));
+    const ORLValue sessionValue(editor->sessionValue(&session));
     CallORL("de_iteminfo_edit_instance")
         .add_arg(sessionValue)
         .add_arg(std::string(session->instanceName()))

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "dialog/TreeHelpers.h"
@@ -14,8 +15,6 @@
 #include "parameters/ControllerParameters.h"
 #include "ui_LaneTapQtDialog.h"
 
-class QComboBox;
-class QLineEdit;
 class QTabWidget;
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -39,12 +38,16 @@ class LaneTapDialog : public QWidget {
     Q_OBJECT
 
 public:
-    LaneTapDialog(std::shared_ptr<ItemParameterSession> session, QWidget* parent,
+    // `editor` is the host's parameter editor that opened `session`; the dialog hands the session
+    // back through it when it commits.
+    LaneTapDialog(ItemParametersEditInterface* editor,
+                  std::shared_ptr<ItemParameterSession> session, QWidget* parent,
                   Qt::WindowFlags flags);
     ~LaneTapDialog() override;
 
-    // Takes over the edit of another item (or the same item again).
-    void rebindSession(std::shared_ptr<ItemParameterSession> newSession);
+    // Takes over the edit of another item (or the same item again), opened by `editor`.
+    void rebindSession(ItemParametersEditInterface* editor,
+                       std::shared_ptr<ItemParameterSession> newSession);
     // Reads the controller, discovers the design's signals, restores the stored setup and at once
     // writes it back, so that opening normalises the stored text.
     void loadFromInstance(WinInstanceC* newWindowInstance);
@@ -127,7 +130,6 @@ private:
     void loadSelections(const db::ParamIter& parameters);
 
     // SetupPage.cpp
-    void applyVoltage(const QString& text, QLineEdit* lineEdit, QComboBox* unitBox);
     void applySupplyDefaults(const QString& dramTypeText);
     void applyThresholdDefaults(int dataRate);
     void setThresholdGroupTitle();
@@ -162,10 +164,20 @@ private:
     void deleteItemAndEmptyParents(QTreeWidgetItem* item);
     void moveKeys(const QStringList& keys, SignalRecordHash& from, SignalRecordHash& to);
     void inheritGroupMeasurements(QTreeWidgetItem* item);
-    // Moves the current item of `from`, with its records, to `to`: the add and remove buttons of
-    // both signal tabs.
-    void moveSignalItem(QTreeWidget* from, QTreeWidget* to, SignalRecordHash& target,
-                        SignalRecordHash& source, bool inheritMeasurements);
+    // How an item moved by an Add or Remove button takes its place in the tree it joins.
+    enum class Placement {
+        // A flat list of names: the item joins the list, which is sorted, its first entry current.
+        SortedList,
+        // A signal tree: the item joins below ancestors of the same texts, made where missing, is
+        // merged with an item of its text there and becomes current; column 0 is fitted again.
+        // The ancestors it leaves empty go with it.
+        SignalTree,
+    };
+    // What every Add and Remove button of the pages does: `record` takes the current item of
+    // `from` into the records, then the item moves to `to`. Without a current item nothing
+    // happens and the answer is false.
+    bool moveCurrentItem(QTreeWidget* from, QTreeWidget* to, Placement placement,
+                         const std::function<void(QTreeWidgetItem*)>& record);
     void applyGroupMeasurements(const QString& key);
 
     // MeasurementPage.cpp
@@ -215,6 +227,7 @@ private:
     void recordWlRefRemoved(QTreeWidgetItem* reference, QTreeWidgetItem* signal);
 
     Ui::LaneTapQtDialog ui;
+    ItemParametersEditInterface* editor;
     std::shared_ptr<ItemParameterSession> session;
     WinInstanceC* windowInstance = nullptr;
     std::unique_ptr<ControllerParameters> parameters;

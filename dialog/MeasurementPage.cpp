@@ -64,19 +64,21 @@ void LaneTapDialog::fillFlatTree(QTreeWidget* tree, const QStringList& names) {
 }
 
 void LaneTapDialog::onAddMeasurementClicked() {
-    if (QTreeWidgetItem* moved = copyCurrentItem(ui.selectMeasurementAvailableMeasurementTree,
-                                                 ui.selectMeasurementSelectedMeasurementTree)) {
-        recordMeasurementAdded(moved, ui.selectMeasurementSelectedSignalTree->currentItem());
-        delete moved;
-    }
+    moveCurrentItem(ui.selectMeasurementAvailableMeasurementTree,
+                    ui.selectMeasurementSelectedMeasurementTree, Placement::SortedList,
+                    [this](QTreeWidgetItem* measurement) {
+                        recordMeasurementAdded(
+                            measurement, ui.selectMeasurementSelectedSignalTree->currentItem());
+                    });
 }
 
 void LaneTapDialog::onRemoveMeasurementClicked() {
-    if (QTreeWidgetItem* moved = copyCurrentItem(ui.selectMeasurementSelectedMeasurementTree,
-                                                 ui.selectMeasurementAvailableMeasurementTree)) {
-        recordMeasurementRemoved(moved, ui.selectMeasurementSelectedSignalTree->currentItem());
-        delete moved;
-    }
+    moveCurrentItem(ui.selectMeasurementSelectedMeasurementTree,
+                    ui.selectMeasurementAvailableMeasurementTree, Placement::SortedList,
+                    [this](QTreeWidgetItem* measurement) {
+                        recordMeasurementRemoved(
+                            measurement, ui.selectMeasurementSelectedSignalTree->currentItem());
+                    });
 }
 
 void LaneTapDialog::recordMeasurementAdded(QTreeWidgetItem* measurement, QTreeWidgetItem* signal) {

@@ -168,33 +168,30 @@ void LaneTapDialog::colourUnreferenced(QTreeWidgetItem* item) {
     }
 }
 
+// A reference moved between the trees stays in every signal hash: only the pair's references
+// change.
 void LaneTapDialog::onAddRefSignalClicked() {
     QTreeWidgetItem* signal = ui.selectRefSignalSelectedSignalTree->currentItem();
     QTreeWidgetItem* measurement = ui.selectRefSignalSelectedMeasurementTree->currentItem();
-    QTreeWidgetItem* reference = ui.selectRefSignalAvailableRefSignalTree->currentItem();
-    if (!reference) {
-        return;
+    if (moveCurrentItem(ui.selectRefSignalAvailableRefSignalTree,
+                        ui.selectRefSignalSelectedRefSignalTree, Placement::SignalTree,
+                        [&](QTreeWidgetItem* reference) {
+                            recordRefSignalAdded(reference, signal, measurement);
+                        })) {
+        colourPair(signal, measurement);
     }
-    recordRefSignalAdded(reference, signal, measurement);
-    // The reference trees move items only: their records stay in every hash.
-    SignalRecordHash none;
-    moveSignalItem(ui.selectRefSignalAvailableRefSignalTree,
-                   ui.selectRefSignalSelectedRefSignalTree, none, none, false);
-    colourPair(signal, measurement);
 }
 
 void LaneTapDialog::onRemoveRefSignalClicked() {
     QTreeWidgetItem* signal = ui.selectRefSignalSelectedSignalTree->currentItem();
     QTreeWidgetItem* measurement = ui.selectRefSignalSelectedMeasurementTree->currentItem();
-    QTreeWidgetItem* reference = ui.selectRefSignalSelectedRefSignalTree->currentItem();
-    if (!reference) {
-        return;
+    if (moveCurrentItem(ui.selectRefSignalSelectedRefSignalTree,
+                        ui.selectRefSignalAvailableRefSignalTree, Placement::SignalTree,
+                        [&](QTreeWidgetItem* reference) {
+                            recordRefSignalRemoved(reference, signal, measurement);
+                        })) {
+        colourPair(signal, measurement);
     }
-    recordRefSignalRemoved(reference, signal, measurement);
-    SignalRecordHash none;
-    moveSignalItem(ui.selectRefSignalSelectedRefSignalTree,
-                   ui.selectRefSignalAvailableRefSignalTree, none, none, false);
-    colourPair(signal, measurement);
 }
 
 void LaneTapDialog::recordRefSignalAdded(QTreeWidgetItem* reference, QTreeWidgetItem* signal,

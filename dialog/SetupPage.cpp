@@ -56,13 +56,9 @@ void LaneTapDialog::onInternalVrefCAChanged(int state) {
     applyInternalVrefRule(caInputFields(ui), state);
 }
 
-void LaneTapDialog::applyVoltage(const QString& text, QLineEdit* lineEdit, QComboBox* unitBox) {
-    showVoltage(text, lineEdit, unitBox);
-}
-
 void LaneTapDialog::applySupplyDefaults(const QString& dramTypeText) {
     for (const VoltageField& field : supplyFields(ui)) {
-        applyVoltage(supplyDefault(dramTypeText, field.key), field.value, field.unit);
+        showVoltage(supplyDefault(dramTypeText, field.key), field.value, field.unit);
     }
 }
 

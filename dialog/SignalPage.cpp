@@ -1,5 +1,6 @@
-// The "Select Signals" tab and the four-level signal trees that every selection page uses:
-// signal type, channel, node, signal. Column 2 of every item holds its key and is never shown.
+// The "Select Signals" tab, the four-level signal trees that every selection page uses (signal
+// type, channel, node, signal) and the move behind every Add and Remove button. Column 2 of every
+// item holds its key and is never shown.
 
 #include <QHeaderView>
 #include <QScrollBar>
@@ -260,31 +261,42 @@ void LaneTapDialog::applyGroupMeasurements(const QString& key) {
     }
 }
 
-void LaneTapDialog::moveSignalItem(QTreeWidget* from, QTreeWidget* to, SignalRecordHash& target,
-                                   SignalRecordHash& source, bool inheritMeasurements) {
+bool LaneTapDialog::moveCurrentItem(QTreeWidget* from, QTreeWidget* to, Placement placement,
+                                    const std::function<void(QTreeWidgetItem*)>& record) {
     QTreeWidgetItem* item = from->currentItem();
     if (!item) {
-        return;
+        return false;
     }
+    record(item);
     markTreeChanged(from);
     markTreeChanged(to);
-    moveRecords(item, target, source);
-    if (inheritMeasurements) {
-        inheritGroupMeasurements(item);
+    if (placement == Placement::SortedList) {
+        to->addTopLevelItem(item->clone());
+        TreeWidgetItem::prepareSort();
+        to->sortItems(0, Qt::AscendingOrder);
+        to->setCurrentItem(to->topLevelItem(0));
+        delete item;
+        return true;
     }
     attachMovedItem(item, findOrCreateAncestors(item, to), to);
     deleteItemAndEmptyParents(item);
     fitColumn(to, 0);
+    return true;
 }
 
 void LaneTapDialog::onAddSignalClicked() {
-    moveSignalItem(ui.selectSignalAvailableSignalTree, ui.selectSignalSelectedSignalTree,
-                   selectedSignals, availableSignals, true);
+    moveCurrentItem(ui.selectSignalAvailableSignalTree, ui.selectSignalSelectedSignalTree,
+                    Placement::SignalTree, [this](QTreeWidgetItem* item) {
+                        moveRecords(item, selectedSignals, availableSignals);
+                        inheritGroupMeasurements(item);
+                    });
 }
 
 void LaneTapDialog::onRemoveSignalClicked() {
-    moveSignalItem(ui.selectSignalSelectedSignalTree, ui.selectSignalAvailableSignalTree,
-                   availableSignals, selectedSignals, false);
+    moveCurrentItem(ui.selectSignalSelectedSignalTree, ui.selectSignalAvailableSignalTree,
+                    Placement::SignalTree, [this](QTreeWidgetItem* item) {
+                        moveRecords(item, availableSignals, selectedSignals);
+                    });
 }
 
 }  // namespace LaneTapUI

@@ -45,9 +45,4 @@ void walkTree(QTreeWidgetItem* item, AtGroup atGroup, AtLeaf atLeaf) {
     }
 }
 
-// Puts a copy of the current item of `from` in `to`, sorts that list and makes its first entry
-// current, which is not necessarily the copy. Gives the item that was copied, for the caller to
-// record and delete; null when `from` has no current item.
-QTreeWidgetItem* copyCurrentItem(QTreeWidget* from, QTreeWidget* to);
-
 }  // namespace LaneTapUI

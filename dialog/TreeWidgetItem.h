@@ -7,8 +7,8 @@
 
 namespace LaneTapUI {
 
-// An item of a signal tree. It sorts its texts with numbers read as numbers, so that DQ2 comes
-// before DQ10.
+// An item of a signal tree. It sorts its texts in the natural order of NaturalOrder.h, so that DQ2
+// comes before DQ10.
 class TreeWidgetItem : public QTreeWidgetItem {
 public:
     using QTreeWidgetItem::QTreeWidgetItem;

@@ -8,13 +8,17 @@
 namespace LaneTapUI {
 
 void LaneTapDialog::onWlAddSignalClicked() {
-    moveSignalItem(ui.wlSelectSignalAvailableSignalTree, ui.wlSelectSignalSelectedSignalTree,
-                   wlSelectedSignals, wlAvailableSignals, false);
+    moveCurrentItem(ui.wlSelectSignalAvailableSignalTree, ui.wlSelectSignalSelectedSignalTree,
+                    Placement::SignalTree, [this](QTreeWidgetItem* item) {
+                        moveRecords(item, wlSelectedSignals, wlAvailableSignals);
+                    });
 }
 
 void LaneTapDialog::onWlRemoveSignalClicked() {
-    moveSignalItem(ui.wlSelectSignalSelectedSignalTree, ui.wlSelectSignalAvailableSignalTree,
-                   wlAvailableSignals, wlSelectedSignals, false);
+    moveCurrentItem(ui.wlSelectSignalSelectedSignalTree, ui.wlSelectSignalAvailableSignalTree,
+                    Placement::SignalTree, [this](QTreeWidgetItem* item) {
+                        moveRecords(item, wlAvailableSignals, wlSelectedSignals);
+                    });
 }
 
 void LaneTapDialog::refreshWlSignalTrees() {
@@ -66,23 +70,19 @@ void LaneTapDialog::ensureWlDefaultRef(const QString& key) {
 }
 
 void LaneTapDialog::onWlAddRefSignalClicked() {
-    QTreeWidgetItem* reference = ui.wlSelectRefSignalAvailableRefSignalTree->currentItem();
-    if (reference) {
-        recordWlRefAdded(reference, ui.wlSelectRefSignalSelectedSignalTree->currentItem());
-        SignalRecordHash none;
-        moveSignalItem(ui.wlSelectRefSignalAvailableRefSignalTree,
-                       ui.wlSelectRefSignalSelectedRefSignalTree, none, none, false);
-    }
+    moveCurrentItem(
+        ui.wlSelectRefSignalAvailableRefSignalTree, ui.wlSelectRefSignalSelectedRefSignalTree,
+        Placement::SignalTree, [this](QTreeWidgetItem* reference) {
+            recordWlRefAdded(reference, ui.wlSelectRefSignalSelectedSignalTree->currentItem());
+        });
 }
 
 void LaneTapDialog::onWlRemoveRefSignalClicked() {
-    QTreeWidgetItem* reference = ui.wlSelectRefSignalSelectedRefSignalTree->currentItem();
-    if (reference) {
-        recordWlRefRemoved(reference, ui.wlSelectRefSignalSelectedSignalTree->currentItem());
-        SignalRecordHash none;
-        moveSignalItem(ui.wlSelectRefSignalSelectedRefSignalTree,
-                       ui.wlSelectRefSignalAvailableRefSignalTree, none, none, false);
-    }
+    moveCurrentItem(
+        ui.wlSelectRefSignalSelectedRefSignalTree, ui.wlSelectRefSignalAvailableRefSignalTree,
+        Placement::SignalTree, [this](QTreeWidgetItem* reference) {
+            recordWlRefRemoved(reference, ui.wlSelectRefSignalSelectedSignalTree->currentItem());
+        });
 }
 
 void LaneTapDialog::recordWlRefAdded(QTreeWidgetItem* reference, QTreeWidgetItem* signal) {

@@ -43,9 +43,9 @@ VALUE_HEADER* LaneTap_show_dialog() {
     std::shared_ptr<ItemParameterSession> session;
     editor->openItemSession(session, 1);
     if (dialogRef()) {
-        dialogRef()->rebindSession(session);
+        dialogRef()->rebindSession(editor, session);
     } else {
-        dialogRef() = new LaneTapUI::LaneTapDialog(session, parent, Qt::WindowFlags());
+        dialogRef() = new LaneTapUI::LaneTapDialog(editor, session, parent, Qt::WindowFlags());
     }
     dialogRef()->loadFromInstance(windowInstance);
     return oval_create_raw_ptr(oval_find_type("QtWidget"), dialogRef().data());

@@ -1,9 +1,11 @@
-// The "Select Signals" and "Select Measurements" tabs: the four-level signal trees and moves
-// between them, measurements chosen for signals and groups, and the group lists that a signal
-// added later takes over. Rows are texts of fields split at "|", paths split at "/".
+// The "Select Signals" and "Select Measurements" tabs and the signal tab of the write-leveling
+// route: the four-level signal trees and moves between them, measurements chosen for signals and
+// groups, and the group lists that a signal added later takes over. Rows are texts of fields split
+// at "|", paths split at "/".
 
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
 #include <QTreeWidgetItemIterator>
 
 #include "support/SelectionPages.h"
@@ -63,6 +65,49 @@ TEST(SignalTrees, MovesAppendMergeAndPruneWhileRebuildsSortAndRestoreKeys) {
     EXPECT_EQ(dump(pages.tree("selectMeasurementSelectedSignalTree")), "CK(Ch1(U1(CK0) U2(CK0)))");
     pages.tab(1);
     EXPECT_EQ(dump(pages.tree(selectedSignals)), "CK=(Ch1(U1(CK0) U2(CK0)))");
+}
+
+// The write-leveling route's signal tab moves as the other route's does, into a selection of its
+// own. Added (+) or removed path | selected tree | the moved type on the available side | the
+// current item of the side moved to | the stored write-leveling list.
+TEST(SignalTrees, WriteLevelingMovesKeepTheirOwnSelection) {
+    Pages pages(busDesign(R"("WritelevelingSelectedSignalList":"DQ_Ch0_U2_DQ2,")"));
+    pages.press("backButton");
+    pages.find<QCheckBox>("writeLevelingCheckBox")->setChecked(true);
+    pages.press("nextButton");
+    const QString available = "wlSelectSignalAvailableSignalTree";
+    const QString selected = "wlSelectSignalSelectedSignalTree";
+    const QStringList moves{
+        "+DQ/Ch1/U2/DQ10|DQ(Ch0(U2(DQ2)) Ch1=(U2=(DQ10)))|"
+        "DQ(Ch0(U1(DQ2 DQ10) U2(DQ10 DQ17)) Ch1(U1(DQ2 DQ10) U2(DQ2 DQ17)))|DQ/Ch1/U2/DQ10|"
+        "DQ_Ch0_U2_DQ2,DQ_Ch1_U2_DQ10",
+        "+DQS/Ch0/U1|DQ(Ch0(U2(DQ2)) Ch1=(U2=(DQ10))) DQS=(Ch0=(U1(DQS0 DQS1)))|"
+        "DQS(Ch0(U2(DQS0 DQS1)) Ch1(U1(DQS0 DQS1) U2(DQS0 DQS1)))|DQS/Ch0/U1|"
+        "DQS_Ch0_U1_DQS0,DQS_Ch0_U1_DQS1,DQ_Ch0_U2_DQ2,DQ_Ch1_U2_DQ10",
+        "-DQ|DQS=(Ch0=(U1(DQS0 DQS1)))|"
+        "DQ(Ch0(U1(DQ2 DQ10) U2(DQ10 DQ17 DQ2)) Ch1(U1(DQ2 DQ10) U2(DQ2 DQ17 DQ10)))|DQ|"
+        "DQS_Ch0_U1_DQS0,DQS_Ch0_U1_DQS1",
+    };
+    for (const QString& move : moves) {
+        const bool add = move.startsWith('+');
+        const QStringList path = move.section('|', 0, 0).mid(1).split('/');
+        pages.act(add ? available : selected, path,
+                  add ? "wlAddSignalButton" : "wlRemoveSignalButton");
+        pages.press("applyButton");
+        EXPECT_EQ(QStringList({move.section('|', 0, 0), dump(pages.tree(selected)),
+                               dump(pages.tree(available), path.mid(0, 1)),
+                               currentPath(pages.tree(add ? selected : available)),
+                               canonical(pages.stored("WritelevelingSelectedSignalList"))})
+                      .join("|"),
+                  move);
+    }
+    // Without a current item neither button moves anything.
+    pages.act(available, {}, "wlAddSignalButton");
+    pages.act(selected, {}, "wlRemoveSignalButton");
+    pages.press("applyButton");
+    EXPECT_EQ(dump(pages.tree(selected)) + "|" +
+                  canonical(pages.stored("WritelevelingSelectedSignalList")),
+              "DQS=(Ch0=(U1(DQS0 DQS1)))|DQS_Ch0_U1_DQS0,DQS_Ch0_U1_DQS1");
 }
 
 namespace {
