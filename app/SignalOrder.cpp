@@ -12,60 +12,13 @@ namespace lanetap {
 
 using LaneTapUI::SignalRecord;
 
-namespace {
-
-int digitsEnd(const QString& text, int from) {
-    while (from < text.size() && text[from].isDigit()) {
-        ++from;
-    }
-    return from;
-}
-
-int zerosEnd(const QString& text, int from, int end) {
-    while (from < end && text[from] == QLatin1Char('0')) {
-        ++from;
-    }
-    return from;
-}
-
-// Orders text as people count: "DQ2" before "DQ10". Runs of digits compare as numbers; text
-// that is equal so far compares as plain text, so that the order is total.
-bool naturalLess(const QString& a, const QString& b) {
-    int i = 0;
-    int j = 0;
-    while (i < a.size() && j < b.size()) {
-        if (a[i].isDigit() && b[j].isDigit()) {
-            const int endA = digitsEnd(a, i);
-            const int endB = digitsEnd(b, j);
-            const int startA = zerosEnd(a, i, endA);
-            const int startB = zerosEnd(b, j, endB);
-            if (endA - startA != endB - startB) {
-                return endA - startA < endB - startB;
-            }
-            const int order = QStringRef(&a, startA, endA - startA)
-                                  .compare(QStringRef(&b, startB, endB - startB));
-            if (order != 0) {
-                return order < 0;
-            }
-            i = endA;
-            j = endB;
-        } else if (a[i] != b[j]) {
-            return a[i] < b[j];
-        } else {
-            ++i;
-            ++j;
-        }
-    }
-    if (i < a.size() || j < b.size()) {
-        return j < b.size();
-    }
-    return a < b;
-}
-
-}  // namespace
-
 QStringList naturallySorted(QStringList texts) {
-    std::sort(texts.begin(), texts.end(), naturalLess);
+    // The trees' collation, and the texts' code points where it finds two alike.
+    LaneTapUI::prepareNaturalOrder();
+    std::sort(texts.begin(), texts.end(), [](const QString& a, const QString& b) {
+        const int order = LaneTapUI::naturalCompare(a, b);
+        return order != 0 ? order < 0 : a < b;
+    });
     return texts;
 }
 
