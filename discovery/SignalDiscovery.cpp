@@ -5,6 +5,7 @@
 #include <QVarLengthArray>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "catalogue/SignalTypes.h"
 #include "discovery/DesignWalk.h"
@@ -71,29 +72,27 @@ struct PortPlace {
 
 // Only the dialog's records carry the texts of the signal trees: the group key and the display
 // name.
-std::unique_ptr<SignalRecord> makeRecord(const InstanceScan& scan, const PortPlace& place,
-                                         const QString& refDes, const QString& label,
-                                         const QString& net, bool withTreeTexts) {
-    auto record = std::make_unique<SignalRecord>();
-    record->channel = place.channel;
-    record->refDes = refDes;
-    record->signalId = place.signalId;
-    record->pinName = place.pin;
-    record->nodeLabel = label;
-    record->signalType = place.parts.group;
-    record->signalIndex = place.parts.index;
-    record->polarity = place.parts.polarity;
-    record->instances.insert(scan.name, record->firstNodes(place.port, net));
-    record->models = scan.models;
-    record->nodeLabelDotted = QString(label).replace(' ', '.');
-    record->nodeName =
-        label.isEmpty() ? refDes : refDes % QLatin1Char('_') % record->nodeLabelDotted;
-    record->channelGroupKey = place.channelGroupKey;
-    record->key = record->channelGroupKey % QLatin1Char('_') % record->nodeName % QLatin1Char('_') %
-                  record->signalType % record->signalIndex;
+SignalRecord makeRecord(const InstanceScan& scan, const PortPlace& place, const QString& refDes,
+                        const QString& label, const QString& net, bool withTreeTexts) {
+    SignalRecord record;
+    record.channel = place.channel;
+    record.refDes = refDes;
+    record.signalId = place.signalId;
+    record.pinName = place.pin;
+    record.nodeLabel = label;
+    record.signalType = place.parts.group;
+    record.signalIndex = place.parts.index;
+    record.polarity = place.parts.polarity;
+    record.instances.insert(scan.name, record.firstNodes(place.port, net));
+    record.models = scan.models;
+    record.nodeLabelDotted = QString(label).replace(' ', '.');
+    record.nodeName = label.isEmpty() ? refDes : refDes % QLatin1Char('_') % record.nodeLabelDotted;
+    record.channelGroupKey = place.channelGroupKey;
+    record.key = record.channelGroupKey % QLatin1Char('_') % record.nodeName % QLatin1Char('_') %
+                 record.signalType % record.signalIndex;
     if (withTreeTexts) {
-        record->groupKey = record->channelGroupKey % QLatin1Char('_') % record->nodeName;
-        record->displayName =
+        record.groupKey = record.channelGroupKey % QLatin1Char('_') % record.nodeName;
+        record.displayName =
             label.isEmpty() ? refDes : refDes % QLatin1String(" (") % label % QLatin1Char(')');
     }
     return record;
@@ -102,8 +101,11 @@ std::unique_ptr<SignalRecord> makeRecord(const InstanceScan& scan, const PortPla
 class Discovery {
 public:
     Discovery(const MemoryTxRxComponentParameters& controller, DiscoveryKind kind,
-              SignalRecordHash& signals)
-        : controller(controller), withNets(kind == DiscoveryKind::Netlist), signals(signals) {}
+              SignalStore& store, SignalRecordHash& signals)
+        : controller(controller),
+          withNets(kind == DiscoveryKind::Netlist),
+          store(store),
+          signals(signals) {}
 
     void scanInstance(db::Instance* instance) {
         // The instance's own parameters are read once, for both of its modes.
@@ -241,20 +243,21 @@ private:
         }
     }
 
-    // A record of a connected port is new or adds its node to the record of its key.
-    void addRecord(std::unique_ptr<SignalRecord> record, const InstanceScan& scan,
-                   const QString& port, bool connected, const QString& net) {
+    // A record of a connected port is new and goes to the store, or adds its node to the record
+    // of its key.
+    void addRecord(SignalRecord&& record, const InstanceScan& scan, const QString& port,
+                   bool connected, const QString& net) {
         if (connected) {
             // One look-up: a new key gets its place in the hash here.
-            SignalRecord*& known = signals[record->key];
+            SignalRecord*& known = signals[record.key];
             if (known) {
-                addNodes(*known, *record, scan, port, net);
+                addNodes(*known, record, scan, port, net);
             } else {
-                known = record.release();
+                known = &store.emplace_back(std::move(record));
             }
             return;
         }
-        const auto existing = signals.find(record->key);
+        const auto existing = signals.find(record.key);
         if (existing == signals.end()) {
             return;
         }
@@ -265,7 +268,6 @@ private:
                                     known->key.toStdString() + "' for instance " +
                                     scan.name.toStdString() + " is connected. Ignoring it.\n");
             signals.erase(existing);
-            delete known;
         }
     }
 
@@ -304,6 +306,7 @@ private:
 
     const MemoryTxRxComponentParameters& controller;
     const bool withNets;
+    SignalStore& store;
     SignalRecordHash& signals;
     mutable QStringList ebdSuffixes[3];
     QHash<quint64, SignalName> signalNames;
@@ -357,16 +360,12 @@ std::unique_ptr<ControllerParameters> findControllerParameters(db::Design* desig
 }
 
 void discoverSignals(db::Design* design, const MemoryTxRxComponentParameters& controller,
-                     DiscoveryKind kind, SignalRecordHash& signals) {
-    Discovery discovery(controller, kind, signals);
+                     DiscoveryKind kind, SignalStore& store, SignalRecordHash& signals) {
+    Discovery discovery(controller, kind, store, signals);
     walkInstances(design, [&](db::Instance* instance) {
         discovery.scanInstance(instance);
         return true;
     });
-}
-
-EbdNodes collectEbdNodes(db::Instance* instance) {
-    return isPinMode(instance) ? EbdNodes() : readEbdNodes(instance);
 }
 
 EbdNodes readEbdNodes(db::Instance* instance) {

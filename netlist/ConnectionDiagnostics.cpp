@@ -1,7 +1,6 @@
+#include <QPair>
 #include <QVarLengthArray>
 #include <algorithm>
-#include <functional>
-#include <vector>
 
 #include "netlist/NetlistText.h"
 #include "netlist/NetlistWriter.h"
@@ -82,11 +81,8 @@ NetlistWriter::Diagnosis diagnosisOf(const SignalRecord& record,
 }  // namespace
 
 uint qHash(const NetlistWriter::CompanionGroup& group, uint seed) {
-    QtPrivate::QHashCombine combine;
-    seed = combine(seed, int(group.kind));
-    seed = combine(seed, group.channel);
-    seed = combine(seed, group.refDes);
-    return combine(seed, group.byte);
+    return qHash(
+        qMakePair(qMakePair(group.channel, group.refDes), group.byte * 4 + int(group.kind)), seed);
 }
 
 // Companions are found by designator, not by node, so a die or receiver node of a signal has
@@ -170,13 +166,10 @@ const QList<SignalRecord*>* NetlistWriter::connectionDiagnostics(const SignalRec
 }
 
 void NetlistWriter::diagnoseReceivingSignals() {
-    // Only looked up, never walked: its order does not matter, so it is sized once. The records
-    // are visited in the order they lie in memory, which a hash's walk is far from; what a search
+    // Only looked up, never walked: its order does not matter, so it is sized once. What a search
     // finds is the same for every signal of its group, whichever comes first.
     diagnoses.reserve(signals.size());
-    std::vector<const SignalRecord*> records(signals.cbegin(), signals.cend());
-    std::sort(records.begin(), records.end(), std::less<const SignalRecord*>());
-    for (const SignalRecord* record : records) {
+    for (const SignalRecord* record : qAsConst(signals)) {
         if (isReceiving(*record)) {
             diagnoses.insert(record, diagnose(record));
         }

@@ -65,42 +65,18 @@ struct CodesByReference {
 
 }  // namespace
 
-NetlistWriter::StoredAnswers NetlistWriter::lookUpStoredKeys() const {
-    StoredAnswers answers;
-    answers.measured.reserve(stored.measurementWalk.size());
-    // One string over the stored text, pointed at each key in turn: no copy of a key is made.
-    QString key;
-    for (int position : stored.measurementWalk) {
-        const QStringView view = stored.measurements.keys[position];
-        key.setRawData(view.data(), int(view.size()));
-        answers.measured.push_back(signals.contains(key));
-    }
-    const ReferenceMap& references = stored.references;
-    for (auto entry = references.cbegin(); entry != references.cend(); ++entry) {
-        const bool known = signals.contains(entry.key());
-        answers.referenced.push_back(known);
-        for (auto byCode = entry->cbegin(); known && byCode != entry->cend(); ++byCode) {
-            for (const QString& reference : byCode.value()) {
-                answers.referenced.push_back(signals.contains(reference));
-            }
-        }
-    }
-    return answers;
-}
-
-void NetlistWriter::writeNodeMeasMap(QByteArray& text, const StoredAnswers& answers) const {
+void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
     int n = 1;
 
     // Measurements that need no reference, one "Unreferenced" line per signal. Those that need
     // one are left to the referenced lines.
-    const IntListEntries& measurements = stored.measurements;
-    auto measuredKnown = answers.measured.cbegin();
-    for (int position : stored.measurementWalk) {
-        if (!*measuredKnown++) {
+    const IntListMap& measurements = stored.measurements;
+    for (auto entry = measurements.cbegin(); entry != measurements.cend(); ++entry) {
+        if (!signals.contains(entry.key())) {
             continue;
         }
-        Fields fields{measurements.keys[position], unreferenced};
-        for (int code : measurements.lists[position]) {
+        Fields fields{entry.key(), unreferenced};
+        for (int code : entry.value()) {
             if (needsNoReference(code)) {
                 fields.append(measurementKey(code));
             }
@@ -116,14 +92,13 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text, const StoredAnswers& answ
     // references come out in the order a hash of them gives, as the module has always had them.
     QHash<QString, CodesByReference> byReference;
     const ReferenceMap& references = stored.references;
-    auto referenceKnown = answers.referenced.cbegin();
     for (auto entry = references.cbegin(); entry != references.cend(); ++entry) {
-        if (!*referenceKnown++) {
+        if (!signals.contains(entry.key())) {
             continue;
         }
         for (auto byCode = entry->cbegin(); byCode != entry->cend(); ++byCode) {
             for (const QString& reference : byCode.value()) {
-                if (*referenceKnown++) {
+                if (signals.contains(reference)) {
                     byReference[entry.key()].add(reference, byCode.key());
                 }
             }
@@ -157,7 +132,7 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text, const StoredAnswers& answ
 
 void NetlistWriter::writeNodeRefMap(QByteArray& text) const {
     int n = 1;
-    for (const SignalRecord* record : selected) {
+    for (const SignalRecord* record : signals) {
         const QList<SignalRecord*>* companions = connectionDiagnostics(record);
         if (!companions) {
             continue;
