@@ -5,7 +5,6 @@
 #include <QVarLengthArray>
 #include <string>
 #include <unordered_map>
-#include <utility>
 
 #include "catalogue/SignalTypes.h"
 #include "discovery/DesignWalk.h"
@@ -70,11 +69,11 @@ struct PortPlace {
     QString channelGroupKey;
 };
 
-// Only the dialog's records carry the texts of the signal trees: the group key and the display
-// name.
-SignalRecord makeRecord(const InstanceScan& scan, const PortPlace& place, const QString& refDes,
-                        const QString& label, const QString& net, bool withTreeTexts) {
-    SignalRecord record;
+// Fills a new record of a place. Only the dialog's records carry the texts of the signal trees:
+// the group key and the display name.
+void fillRecord(SignalRecord& record, const InstanceScan& scan, const PortPlace& place,
+                const QString& refDes, const QString& label, const QString& net,
+                bool withTreeTexts) {
     record.channel = place.channel;
     record.refDes = refDes;
     record.signalId = place.signalId;
@@ -95,7 +94,6 @@ SignalRecord makeRecord(const InstanceScan& scan, const PortPlace& place, const 
         record.displayName =
             label.isEmpty() ? refDes : refDes % QLatin1String(" (") % label % QLatin1Char(')');
     }
-    return record;
 }
 
 class Discovery {
@@ -213,8 +211,9 @@ private:
         const bool connected = scan.nets.contains(place.port);
         const QString net = withNets ? scan.nets.value(place.port) : QString();
         auto add = [&](const QString& refDes, const QString& label, const QString& recordNet) {
-            addRecord(makeRecord(scan, place, refDes, label, recordNet, !withNets), scan,
-                      place.port, connected, net);
+            SignalRecord& record = store.emplace_back();
+            fillRecord(record, scan, place, refDes, label, recordNet, !withNets);
+            addRecord(record, scan, place.port, connected, net);
         };
         if (scan.pinMode) {
             add(place.refDes, QString(), net);
@@ -243,21 +242,23 @@ private:
         }
     }
 
-    // A record of a connected port is new and goes to the store, or adds its node to the record
-    // of its key.
-    void addRecord(SignalRecord&& record, const InstanceScan& scan, const QString& port,
+    // The record just made at the end of the store. A record of a connected port is new and
+    // stays there, or adds its node to the record of its key and goes; any other goes too.
+    void addRecord(SignalRecord& record, const InstanceScan& scan, const QString& port,
                    bool connected, const QString& net) {
         if (connected) {
             // One look-up: a new key gets its place in the hash here.
             SignalRecord*& known = signals[record.key];
-            if (known) {
-                addNodes(*known, record, scan, port, net);
-            } else {
-                known = &store.emplace_back(std::move(record));
+            if (!known) {
+                known = &record;
+                return;
             }
+            addNodes(*known, record, scan, port, net);
+            store.pop_back();
             return;
         }
         const auto existing = signals.find(record.key);
+        store.pop_back();
         if (existing == signals.end()) {
             return;
         }

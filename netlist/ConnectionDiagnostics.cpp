@@ -26,25 +26,29 @@ QString whereText(const SignalRecord& record) {
            QStringLiteral("' of Channel ID '") + record.channel + QLatin1Char('\'');
 }
 
-// The types a signal needs a companion of, in the order the check takes them up.
-RequiredTypes requiredTypes(const SignalRecord& record) {
+// The types a signal needs a companion of, in the order the check takes them up. Asked for every
+// receiving signal of a board: the lists are made once.
+const RequiredTypes& requiredTypes(const SignalRecord& record) {
     static const QString dq = QStringLiteral("DQ");
     static const QString dqs = QStringLiteral("DQS");
     static const QString ck = QStringLiteral("CK");
+    static const QString dm = QStringLiteral("DM");
+    static const RequiredTypes forData{dqs, ck};
+    static const RequiredTypes forStrobe{dq, ck};
+    static const RequiredTypes forClock{ck};
+    static const RequiredTypes forMask{dm};
+    static const RequiredTypes none;
     const QString& type = record.signalType;
     if (type == dq) {
-        return {dqs, ck};
+        return forData;
     }
     if (type == dqs) {
-        return {dq, ck};
+        return forStrobe;
     }
-    if (isAddressType(type)) {
-        return {ck};
+    if (isAddressType(type) || type == ck) {
+        return forClock;
     }
-    if (type == QLatin1String("DM") || type == ck) {
-        return {type};
-    }
-    return {};
+    return type == dm ? forMask : none;
 }
 
 using CompanionGroup = NetlistWriter::CompanionGroup;
@@ -196,7 +200,7 @@ NetlistWriter::CompanionSearch NetlistWriter::searchCompanions(const SignalRecor
     const SignalRecordHash connected = connectedReferences(record);
     CompanionSearch search{connected.values(), QStringList()};
     // Most signals have all they need; only a signal that misses some is looked at closer.
-    const RequiredTypes types = requiredTypes(*record);
+    const RequiredTypes& types = requiredTypes(*record);
     const bool complete = std::all_of(types.cbegin(), types.cend(), [&](const QString& type) {
         return std::any_of(
             connected.cbegin(), connected.cend(),

@@ -14,16 +14,31 @@ const QString unreferenced = QStringLiteral("Unreferenced");
 using Fields = QVarLengthArray<QStringView, 8>;
 
 // The key a measurement has in the netlist, as "Eye"; an unknown code has an empty one.
-QStringView measurementKey(int code) {
+const QString& measurementKey(int code) {
     static const QString none;
     const QHash<MeasurementType, QString>& keys = measurementKeys();
     const auto known = keys.constFind(static_cast<MeasurementType>(code));
-    return known == keys.constEnd() ? QStringView(none) : QStringView(*known);
+    return known == keys.constEnd() ? none : *known;
 }
 
 bool needsNoReference(int code) {
-    return referenceFreeTypesByKey().contains(measurementKey(code).toString());
+    return referenceFreeTypesByKey().contains(measurementKey(code));
 }
+
+// needsNoReference for the few codes of a map, each looked up once.
+class ReferenceFreeCodes {
+public:
+    bool contains(int code) {
+        auto known = answers.constFind(code);
+        if (known == answers.constEnd()) {
+            known = answers.insert(code, needsNoReference(code));
+        }
+        return *known;
+    }
+
+private:
+    QHash<int, bool> answers;
+};
 
 // The measurements of a signal against one of its references, in the order they were found.
 struct ReferenceCodes {
@@ -71,13 +86,14 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
     // Measurements that need no reference, one "Unreferenced" line per signal. Those that need
     // one are left to the referenced lines.
     const IntListMap& measurements = stored.measurements;
+    ReferenceFreeCodes referenceFree;
     for (auto entry = measurements.cbegin(); entry != measurements.cend(); ++entry) {
         if (!signals.contains(entry.key())) {
             continue;
         }
         Fields fields{entry.key(), unreferenced};
         for (int code : entry.value()) {
-            if (needsNoReference(code)) {
+            if (referenceFree.contains(code)) {
                 fields.append(measurementKey(code));
             }
         }

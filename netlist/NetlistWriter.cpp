@@ -129,12 +129,13 @@ void NetlistWriter::collectSelectedSignals() {
     }
 
     // Compliance is judged on the receiving side: all of its signals take part, with their
-    // companions, selected or not.
+    // companions, selected or not. Each receiving signal warns of its missing companions here,
+    // also when every signal is wanted already and none is left to add.
     if (isComplianceEnabled()) {
         diagnoseReceivingSignals();
         for (SignalRecord* record : qAsConst(signals)) {
             const QList<SignalRecord*>* companions = connectionDiagnostics(record);
-            if (!companions) {
+            if (!companions || wanted.size() == signals.size()) {
                 continue;
             }
             want(record);
