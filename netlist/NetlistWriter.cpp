@@ -2,7 +2,6 @@
 
 #include <future>
 #include <string>
-#include <utility>
 
 #include "discovery/SignalDiscovery.h"
 #include "netlist/NetlistText.h"

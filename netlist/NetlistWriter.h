@@ -6,7 +6,6 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
-#include <vector>
 
 #include "discovery/SignalRecord.h"
 #include "host/Database.h"
