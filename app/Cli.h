@@ -33,14 +33,9 @@ void printWarnings(standin::Host& host);
 // Fails with exit code 3 when a script function did not return.
 void checkCall(const standin::CallResult& result, const char* functionName);
 
-// The signals that discovery found in a design; the hash owns them.
-class DiscoveredSignals {
-public:
-    DiscoveredSignals() = default;
-    DiscoveredSignals(const DiscoveredSignals&) = delete;
-    DiscoveredSignals& operator=(const DiscoveredSignals&) = delete;
-    ~DiscoveredSignals() { qDeleteAll(records); }
-
+// The signals that discovery found in a design: the store holds them, the hash points into it.
+struct DiscoveredSignals {
+    LaneTapUI::SignalStore store;
     LaneTapUI::SignalRecordHash records;
 };
 

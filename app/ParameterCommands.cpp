@@ -65,7 +65,7 @@ ValueContext probeContext(db::Design* design, const standin::ParameterStore& cha
     DiscoveredSignals discovered;
     const auto controller = LaneTapUI::findControllerParameters(design);
     LaneTapUI::discoverSignals(design, *controller, LaneTapUI::DiscoveryKind::Dialog,
-                               discovered.records);
+                               discovered.store, discovered.records);
     for (const LaneTapUI::SignalRecord* record : qAsConst(discovered.records)) {
         context.signalTypes.insert(record->key, record->signalType);
     }

@@ -1,7 +1,5 @@
 #include "app/ProbeSetup.h"
 
-#include <QtAlgorithms>
-
 #include "dialog/DefaultReferences.h"
 #include "discovery/SignalDiscovery.h"
 #include "parameters/ParamText.h"
@@ -12,7 +10,7 @@ using namespace LaneTapUI;
 
 ProbeSetup::ProbeSetup(db::Design* design, db::Instance* probeInstance)
     : controller(findControllerParameters(design)), probe(probeInstance) {
-    discoverSignals(design, *controller, DiscoveryKind::Dialog, all);
+    discoverSignals(design, *controller, DiscoveryKind::Dialog, store, all);
     QHash<QString, QString> clockByNode;
     collectClockSignals(all, clockByNode);
     assignDefaultReferences(design, all, clockByNode);
@@ -29,10 +27,6 @@ ProbeSetup::ProbeSetup(db::Design* design, db::Instance* probeInstance)
     restoreSignalCompliance(readParamIntListMap(in, "SelectedComplianceListMap"), selected);
     restoreGroupCompliance(readParamIntListMap(in, "SelectedGroupComplianceListMap"), modes,
                            groupCompliance);
-}
-
-ProbeSetup::~ProbeSetup() {
-    qDeleteAll(all);
 }
 
 QString ProbeSetup::stored(const char* key) const {

@@ -17,7 +17,6 @@ namespace lanetap {
 class ProbeSetup {
 public:
     ProbeSetup(db::Design* design, db::Instance* probe);
-    ~ProbeSetup();
     ProbeSetup(const ProbeSetup&) = delete;
     ProbeSetup& operator=(const ProbeSetup&) = delete;
 
@@ -33,6 +32,8 @@ public:
 
     std::unique_ptr<LaneTapUI::ControllerParameters> controller;
     LaneTapUI::TestModes modes;
+    // The design's signals: the store holds them, the hashes point into it.
+    LaneTapUI::SignalStore store;
     LaneTapUI::SignalRecordHash all;
     LaneTapUI::SignalRecordHash available;
     LaneTapUI::SignalRecordHash selected;

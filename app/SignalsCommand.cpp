@@ -112,7 +112,7 @@ int runSignals(const Arguments& arguments) {
         LaneTapUI::findControllerParameters(host.design());
     DiscoveredSignals discovered;
     LaneTapUI::discoverSignals(host.design(), *controller, LaneTapUI::DiscoveryKind::Netlist,
-                               discovered.records);
+                               discovered.store, discovered.records);
     printWarnings(host);
 
     const QList<const SignalRecord*> records = inTreeOrder(discovered.records);

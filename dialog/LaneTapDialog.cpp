@@ -1,7 +1,5 @@
 #include "dialog/LaneTapDialog.h"
 
-#include <QtAlgorithms>
-
 #include "discovery/DesignWalk.h"
 #include "discovery/SignalDiscovery.h"
 #include "parameters/ParamText.h"
@@ -31,10 +29,7 @@ LaneTapDialog::LaneTapDialog(ItemParametersEditInterface* itemEditor,
     parameters = std::make_unique<ControllerParameters>();
 }
 
-LaneTapDialog::~LaneTapDialog() {
-    qDeleteAll(allSignals);
-    allSignals.clear();
-}
+LaneTapDialog::~LaneTapDialog() = default;
 
 void LaneTapDialog::rebindSession(ItemParametersEditInterface* newEditor,
                                   std::shared_ptr<ItemParameterSession> newSession) {
@@ -100,11 +95,12 @@ void LaneTapDialog::applyControllerRules() {
 
 void LaneTapDialog::discoverSignals() {
     ++discoveries;
-    qDeleteAll(allSignals);
     allSignals.clear();
     selectedSignals.clear();
     wlSelectedSignals.clear();
-    LaneTapUI::discoverSignals(session->design(), *parameters, DiscoveryKind::Dialog, allSignals);
+    signalStore.clear();
+    LaneTapUI::discoverSignals(session->design(), *parameters, DiscoveryKind::Dialog, signalStore,
+                               allSignals);
     wlAllSignals = allSignals;
     availableSignals = allSignals;
     wlAvailableSignals = allSignals;

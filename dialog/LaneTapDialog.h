@@ -236,6 +236,8 @@ private:
     bool sessionDirty = false;
     int furthestTab = 0;
     int stackPage = measurementRoute;
+    // The records of the last discovery; allSignals and every other hash point into it.
+    SignalStore signalStore;
     SignalRecordHash allSignals;
     SignalRecordHash availableSignals;
     SignalRecordHash selectedSignals;

@@ -69,41 +69,41 @@ struct PortPlace {
     QString channelGroupKey;
 };
 
-// Only the dialog's records carry the texts of the signal trees: the group key and the display
-// name.
-std::unique_ptr<SignalRecord> makeRecord(const InstanceScan& scan, const PortPlace& place,
-                                         const QString& refDes, const QString& label,
-                                         const QString& net, bool withTreeTexts) {
-    auto record = std::make_unique<SignalRecord>();
-    record->channel = place.channel;
-    record->refDes = refDes;
-    record->signalId = place.signalId;
-    record->pinName = place.pin;
-    record->nodeLabel = label;
-    record->signalType = place.parts.group;
-    record->signalIndex = place.parts.index;
-    record->polarity = place.parts.polarity;
-    record->instances.insert(scan.name, record->firstNodes(place.port, net));
-    record->models = scan.models;
-    record->nodeLabelDotted = QString(label).replace(' ', '.');
-    record->nodeName =
-        label.isEmpty() ? refDes : refDes % QLatin1Char('_') % record->nodeLabelDotted;
-    record->channelGroupKey = place.channelGroupKey;
-    record->key = record->channelGroupKey % QLatin1Char('_') % record->nodeName % QLatin1Char('_') %
-                  record->signalType % record->signalIndex;
+// Fills a new record of a place. Only the dialog's records carry the texts of the signal trees:
+// the group key and the display name.
+void fillRecord(SignalRecord& record, const InstanceScan& scan, const PortPlace& place,
+                const QString& refDes, const QString& label, const QString& net,
+                bool withTreeTexts) {
+    record.channel = place.channel;
+    record.refDes = refDes;
+    record.signalId = place.signalId;
+    record.pinName = place.pin;
+    record.nodeLabel = label;
+    record.signalType = place.parts.group;
+    record.signalIndex = place.parts.index;
+    record.polarity = place.parts.polarity;
+    record.instances.insert(scan.name, record.firstNodes(place.port, net));
+    record.models = scan.models;
+    record.nodeLabelDotted = QString(label).replace(' ', '.');
+    record.nodeName = label.isEmpty() ? refDes : refDes % QLatin1Char('_') % record.nodeLabelDotted;
+    record.channelGroupKey = place.channelGroupKey;
+    record.key = record.channelGroupKey % QLatin1Char('_') % record.nodeName % QLatin1Char('_') %
+                 record.signalType % record.signalIndex;
     if (withTreeTexts) {
-        record->groupKey = record->channelGroupKey % QLatin1Char('_') % record->nodeName;
-        record->displayName =
+        record.groupKey = record.channelGroupKey % QLatin1Char('_') % record.nodeName;
+        record.displayName =
             label.isEmpty() ? refDes : refDes % QLatin1String(" (") % label % QLatin1Char(')');
     }
-    return record;
 }
 
 class Discovery {
 public:
     Discovery(const MemoryTxRxComponentParameters& controller, DiscoveryKind kind,
-              SignalRecordHash& signals)
-        : controller(controller), withNets(kind == DiscoveryKind::Netlist), signals(signals) {}
+              SignalStore& store, SignalRecordHash& signals)
+        : controller(controller),
+          withNets(kind == DiscoveryKind::Netlist),
+          store(store),
+          signals(signals) {}
 
     void scanInstance(db::Instance* instance) {
         // The instance's own parameters are read once, for both of its modes.
@@ -211,8 +211,9 @@ private:
         const bool connected = scan.nets.contains(place.port);
         const QString net = withNets ? scan.nets.value(place.port) : QString();
         auto add = [&](const QString& refDes, const QString& label, const QString& recordNet) {
-            addRecord(makeRecord(scan, place, refDes, label, recordNet, !withNets), scan,
-                      place.port, connected, net);
+            SignalRecord& record = store.emplace_back();
+            fillRecord(record, scan, place, refDes, label, recordNet, !withNets);
+            addRecord(record, scan, place.port, connected, net);
         };
         if (scan.pinMode) {
             add(place.refDes, QString(), net);
@@ -241,20 +242,23 @@ private:
         }
     }
 
-    // A record of a connected port is new or adds its node to the record of its key.
-    void addRecord(std::unique_ptr<SignalRecord> record, const InstanceScan& scan,
-                   const QString& port, bool connected, const QString& net) {
+    // The record just made at the end of the store. A record of a connected port is new and
+    // stays there, or adds its node to the record of its key and goes; any other goes too.
+    void addRecord(SignalRecord& record, const InstanceScan& scan, const QString& port,
+                   bool connected, const QString& net) {
         if (connected) {
             // One look-up: a new key gets its place in the hash here.
-            SignalRecord*& known = signals[record->key];
-            if (known) {
-                addNodes(*known, *record, scan, port, net);
-            } else {
-                known = record.release();
+            SignalRecord*& known = signals[record.key];
+            if (!known) {
+                known = &record;
+                return;
             }
+            addNodes(*known, record, scan, port, net);
+            store.pop_back();
             return;
         }
-        const auto existing = signals.find(record->key);
+        const auto existing = signals.find(record.key);
+        store.pop_back();
         if (existing == signals.end()) {
             return;
         }
@@ -265,7 +269,6 @@ private:
                                     known->key.toStdString() + "' for instance " +
                                     scan.name.toStdString() + " is connected. Ignoring it.\n");
             signals.erase(existing);
-            delete known;
         }
     }
 
@@ -304,6 +307,7 @@ private:
 
     const MemoryTxRxComponentParameters& controller;
     const bool withNets;
+    SignalStore& store;
     SignalRecordHash& signals;
     mutable QStringList ebdSuffixes[3];
     QHash<quint64, SignalName> signalNames;
@@ -357,16 +361,12 @@ std::unique_ptr<ControllerParameters> findControllerParameters(db::Design* desig
 }
 
 void discoverSignals(db::Design* design, const MemoryTxRxComponentParameters& controller,
-                     DiscoveryKind kind, SignalRecordHash& signals) {
-    Discovery discovery(controller, kind, signals);
+                     DiscoveryKind kind, SignalStore& store, SignalRecordHash& signals) {
+    Discovery discovery(controller, kind, store, signals);
     walkInstances(design, [&](db::Instance* instance) {
         discovery.scanInstance(instance);
         return true;
     });
-}
-
-EbdNodes collectEbdNodes(db::Instance* instance) {
-    return isPinMode(instance) ? EbdNodes() : readEbdNodes(instance);
 }
 
 EbdNodes readEbdNodes(db::Instance* instance) {

@@ -26,14 +26,13 @@ using NetsByTerminal = QHash<QString, QString>;
 // The parameters of the design's first DDR_Controller, or the defaults without one.
 std::unique_ptr<ControllerParameters> findControllerParameters(db::Design* design);
 
-// Fills `signals` with every DDR signal of every instance of the design. `controller` decides
-// which instances also show a receiver output node.
+// Makes a record in `store` for every DDR signal of every instance of the design and fills
+// `signals` with them by key. `controller` decides which instances also show a receiver output
+// node.
 void discoverSignals(db::Design* design, const MemoryTxRxComponentParameters& controller,
-                     DiscoveryKind kind, SignalRecordHash& signals);
+                     DiscoveryKind kind, SignalStore& store, SignalRecordHash& signals);
 
-// The board nodes of each port of an instance; none for an instance in pin mode.
-EbdNodes collectEbdNodes(db::Instance* instance);
-// The same, read from the instance's parameters whatever its mode.
+// The board nodes of each port of an instance, read from its parameters whatever its mode.
 EbdNodes readEbdNodes(db::Instance* instance);
 NetsByTerminal collectNets(db::Instance* instance);
 

@@ -4,7 +4,6 @@
 
 #include "catalogue/ComplianceLookups.h"
 #include "catalogue/MeasurementTypes.h"
-#include "discovery/RecordPool.h"
 
 namespace LaneTapUI {
 
@@ -48,14 +47,6 @@ const InstanceNodes& InstanceNodesHash::first() const {
 
 const QString& InstanceNodesHash::firstKey() const {
     return hashed.isEmpty() ? onlyName : hashed.cbegin().key();
-}
-
-void* SignalRecord::operator new(std::size_t size) {
-    return RecordPool::allocate(size);
-}
-
-void SignalRecord::operator delete(void* record, std::size_t size) {
-    RecordPool::release(record, size);
 }
 
 void SignalRecord::addMeasurement(const QString& name) {

@@ -5,6 +5,7 @@
 #include <QMultiHash>
 #include <QString>
 #include <QStringList>
+#include <deque>
 
 namespace LaneTapUI {
 
@@ -48,13 +49,9 @@ private:
 struct SignalRecord;
 using SignalRecordHash = QHash<QString, SignalRecord*>;
 
-// One logical signal at one place of the design; a differential pair is one record. Records are
-// owned by one signal hash and shared by pointer with every other hash.
+// One logical signal at one place of the design; a differential pair is one record. Records live
+// in the store of the walk that made them and are shared by pointer with every hash.
 struct SignalRecord {
-    // Records made by `new` come from the record pool.
-    static void* operator new(std::size_t size);
-    static void operator delete(void* record, std::size_t size);
-
     // "DQ_Ch0_U1_DQ3", "DQ_Ch0_U1_Die_DQ3", "DQ_Ch0_U1_Rx.Output_DQ3", "DQ_Ch0_U1.node_DQ3".
     QString key;
     // "Ch0".
@@ -141,5 +138,10 @@ struct SignalRecord {
     void addWlRefSignal(SignalRecord* reference);
     void removeWlRefSignal(const SignalRecord* reference);
 };
+
+// The records of one walk of the design. Each stays where it was made until the store goes, so
+// hashes may point into it; a record that the walk or a later cut drops from its hash stays here
+// unused.
+using SignalStore = std::deque<SignalRecord>;
 
 }  // namespace LaneTapUI

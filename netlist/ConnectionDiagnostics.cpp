@@ -1,7 +1,6 @@
+#include <QPair>
 #include <QVarLengthArray>
 #include <algorithm>
-#include <functional>
-#include <vector>
 
 #include "netlist/NetlistText.h"
 #include "netlist/NetlistWriter.h"
@@ -27,25 +26,29 @@ QString whereText(const SignalRecord& record) {
            QStringLiteral("' of Channel ID '") + record.channel + QLatin1Char('\'');
 }
 
-// The types a signal needs a companion of, in the order the check takes them up.
-RequiredTypes requiredTypes(const SignalRecord& record) {
+// The types a signal needs a companion of, in the order the check takes them up. Asked for every
+// receiving signal of a board: the lists are made once.
+const RequiredTypes& requiredTypes(const SignalRecord& record) {
     static const QString dq = QStringLiteral("DQ");
     static const QString dqs = QStringLiteral("DQS");
     static const QString ck = QStringLiteral("CK");
+    static const QString dm = QStringLiteral("DM");
+    static const RequiredTypes forData{dqs, ck};
+    static const RequiredTypes forStrobe{dq, ck};
+    static const RequiredTypes forClock{ck};
+    static const RequiredTypes forMask{dm};
+    static const RequiredTypes none;
     const QString& type = record.signalType;
     if (type == dq) {
-        return {dqs, ck};
+        return forData;
     }
     if (type == dqs) {
-        return {dq, ck};
+        return forStrobe;
     }
-    if (isAddressType(type)) {
-        return {ck};
+    if (isAddressType(type) || type == ck) {
+        return forClock;
     }
-    if (type == QLatin1String("DM") || type == ck) {
-        return {type};
-    }
-    return {};
+    return type == dm ? forMask : none;
 }
 
 using CompanionGroup = NetlistWriter::CompanionGroup;
@@ -82,11 +85,8 @@ NetlistWriter::Diagnosis diagnosisOf(const SignalRecord& record,
 }  // namespace
 
 uint qHash(const NetlistWriter::CompanionGroup& group, uint seed) {
-    QtPrivate::QHashCombine combine;
-    seed = combine(seed, int(group.kind));
-    seed = combine(seed, group.channel);
-    seed = combine(seed, group.refDes);
-    return combine(seed, group.byte);
+    return qHash(
+        qMakePair(qMakePair(group.channel, group.refDes), group.byte * 4 + int(group.kind)), seed);
 }
 
 // Companions are found by designator, not by node, so a die or receiver node of a signal has
@@ -170,13 +170,10 @@ const QList<SignalRecord*>* NetlistWriter::connectionDiagnostics(const SignalRec
 }
 
 void NetlistWriter::diagnoseReceivingSignals() {
-    // Only looked up, never walked: its order does not matter, so it is sized once. The records
-    // are visited in the order they lie in memory, which a hash's walk is far from; what a search
+    // Only looked up, never walked: its order does not matter, so it is sized once. What a search
     // finds is the same for every signal of its group, whichever comes first.
     diagnoses.reserve(signals.size());
-    std::vector<const SignalRecord*> records(signals.cbegin(), signals.cend());
-    std::sort(records.begin(), records.end(), std::less<const SignalRecord*>());
-    for (const SignalRecord* record : records) {
+    for (const SignalRecord* record : qAsConst(signals)) {
         if (isReceiving(*record)) {
             diagnoses.insert(record, diagnose(record));
         }
@@ -203,7 +200,7 @@ NetlistWriter::CompanionSearch NetlistWriter::searchCompanions(const SignalRecor
     const SignalRecordHash connected = connectedReferences(record);
     CompanionSearch search{connected.values(), QStringList()};
     // Most signals have all they need; only a signal that misses some is looked at closer.
-    const RequiredTypes types = requiredTypes(*record);
+    const RequiredTypes& types = requiredTypes(*record);
     const bool complete = std::all_of(types.cbegin(), types.cend(), [&](const QString& type) {
         return std::any_of(
             connected.cbegin(), connected.cend(),

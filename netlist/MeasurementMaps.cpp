@@ -14,16 +14,31 @@ const QString unreferenced = QStringLiteral("Unreferenced");
 using Fields = QVarLengthArray<QStringView, 8>;
 
 // The key a measurement has in the netlist, as "Eye"; an unknown code has an empty one.
-QStringView measurementKey(int code) {
+const QString& measurementKey(int code) {
     static const QString none;
     const QHash<MeasurementType, QString>& keys = measurementKeys();
     const auto known = keys.constFind(static_cast<MeasurementType>(code));
-    return known == keys.constEnd() ? QStringView(none) : QStringView(*known);
+    return known == keys.constEnd() ? none : *known;
 }
 
 bool needsNoReference(int code) {
-    return referenceFreeTypesByKey().contains(measurementKey(code).toString());
+    return referenceFreeTypesByKey().contains(measurementKey(code));
 }
+
+// needsNoReference for the few codes of a map, each looked up once.
+class ReferenceFreeCodes {
+public:
+    bool contains(int code) {
+        auto known = answers.constFind(code);
+        if (known == answers.constEnd()) {
+            known = answers.insert(code, needsNoReference(code));
+        }
+        return *known;
+    }
+
+private:
+    QHash<int, bool> answers;
+};
 
 // The measurements of a signal against one of its references, in the order they were found.
 struct ReferenceCodes {
@@ -65,43 +80,20 @@ struct CodesByReference {
 
 }  // namespace
 
-NetlistWriter::StoredAnswers NetlistWriter::lookUpStoredKeys() const {
-    StoredAnswers answers;
-    answers.measured.reserve(stored.measurementWalk.size());
-    // One string over the stored text, pointed at each key in turn: no copy of a key is made.
-    QString key;
-    for (int position : stored.measurementWalk) {
-        const QStringView view = stored.measurements.keys[position];
-        key.setRawData(view.data(), int(view.size()));
-        answers.measured.push_back(signals.contains(key));
-    }
-    const ReferenceMap& references = stored.references;
-    for (auto entry = references.cbegin(); entry != references.cend(); ++entry) {
-        const bool known = signals.contains(entry.key());
-        answers.referenced.push_back(known);
-        for (auto byCode = entry->cbegin(); known && byCode != entry->cend(); ++byCode) {
-            for (const QString& reference : byCode.value()) {
-                answers.referenced.push_back(signals.contains(reference));
-            }
-        }
-    }
-    return answers;
-}
-
-void NetlistWriter::writeNodeMeasMap(QByteArray& text, const StoredAnswers& answers) const {
+void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
     int n = 1;
 
     // Measurements that need no reference, one "Unreferenced" line per signal. Those that need
     // one are left to the referenced lines.
-    const IntListEntries& measurements = stored.measurements;
-    auto measuredKnown = answers.measured.cbegin();
-    for (int position : stored.measurementWalk) {
-        if (!*measuredKnown++) {
+    const IntListMap& measurements = stored.measurements;
+    ReferenceFreeCodes referenceFree;
+    for (auto entry = measurements.cbegin(); entry != measurements.cend(); ++entry) {
+        if (!signals.contains(entry.key())) {
             continue;
         }
-        Fields fields{measurements.keys[position], unreferenced};
-        for (int code : measurements.lists[position]) {
-            if (needsNoReference(code)) {
+        Fields fields{entry.key(), unreferenced};
+        for (int code : entry.value()) {
+            if (referenceFree.contains(code)) {
                 fields.append(measurementKey(code));
             }
         }
@@ -116,14 +108,13 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text, const StoredAnswers& answ
     // references come out in the order a hash of them gives, as the module has always had them.
     QHash<QString, CodesByReference> byReference;
     const ReferenceMap& references = stored.references;
-    auto referenceKnown = answers.referenced.cbegin();
     for (auto entry = references.cbegin(); entry != references.cend(); ++entry) {
-        if (!*referenceKnown++) {
+        if (!signals.contains(entry.key())) {
             continue;
         }
         for (auto byCode = entry->cbegin(); byCode != entry->cend(); ++byCode) {
             for (const QString& reference : byCode.value()) {
-                if (*referenceKnown++) {
+                if (signals.contains(reference)) {
                     byReference[entry.key()].add(reference, byCode.key());
                 }
             }
@@ -157,7 +148,7 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text, const StoredAnswers& answ
 
 void NetlistWriter::writeNodeRefMap(QByteArray& text) const {
     int n = 1;
-    for (const SignalRecord* record : selected) {
+    for (const SignalRecord* record : signals) {
         const QList<SignalRecord*>* companions = connectionDiagnostics(record);
         if (!companions) {
             continue;

@@ -21,20 +21,24 @@ void appendNumber(QByteArray& text, int number);
 // followed by the line continuation. Fields are written as they stand, without escaping.
 template <class Fields>
 void appendListLine(QByteArray& text, const char* section, int n, const Fields& fields) {
+    // A board's block has tens of thousands of lines: the pieces are appended with their sizes.
+    static constexpr char open[] = "] = list(\"";
+    static constexpr char between[] = "\", \"";
+    static constexpr char close[] = "\")";
     text += section;
     text += '[';
     appendNumber(text, n);
-    text += "] = list(\"";
+    text.append(open, sizeof open - 1);
     bool first = true;
     for (const auto& field : fields) {
         if (!first) {
-            text += "\", \"";
+            text.append(between, sizeof between - 1);
         }
         first = false;
         appendText(text, field);
     }
-    text += "\")";
-    text += lineContinuation;
+    text.append(close, sizeof close - 1);
+    text.append(lineContinuation, sizeof lineContinuation - 1);
 }
 
 inline void appendListLine(QByteArray& text, const char* section, int n,

@@ -6,8 +6,6 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "discovery/SignalRecord.h"
 #include "host/Database.h"
@@ -27,8 +25,9 @@ public:
     NetlistWriter(const NetlistWriter&) = delete;
     NetlistWriter& operator=(const NetlistWriter&) = delete;
 
-    // The block: the load line, one statement continued over lines, and an empty line. Cuts the
-    // signals down to the selection, so it is called once.
+    // The block: its first line ";Lane_Tap" behind a line end, the load line, one statement
+    // continued over lines, and an empty line. Cuts the signals down to the selection, so it is
+    // called once.
     QByteArray writeBlock();
 
     // Compliance is on when the probe stores it and the simulation is transient.
@@ -73,14 +72,7 @@ private:
     void writeNodeList(QByteArray& text) const;
     void writeNodeData(QByteArray& text) const;
     QString writeSettingsBlock() const;
-    // Whether each stored entry and reference names one of the signals, in the order the stored
-    // maps are walked: the measurement map only reads these answers.
-    struct StoredAnswers {
-        std::vector<bool> measured;
-        std::vector<bool> referenced;
-    };
-    StoredAnswers lookUpStoredKeys() const;
-    void writeNodeMeasMap(QByteArray& text, const StoredAnswers& answers) const;
+    void writeNodeMeasMap(QByteArray& text) const;
     void writeNodeRefMap(QByteArray& text) const;
     void writeComplianceMap(QByteArray& text) const;
     bool isComplianceGroupApplicable(const QString& group, const QList<int>& ids) const;
@@ -102,20 +94,18 @@ private:
     struct StoredSelection {
         ListEntries signalKeys;
         ReferenceMap references;
-        IntListEntries measurements;
-        // The positions of the measurements' keys in the order a QHash of them walks them.
-        std::vector<int> measurementWalk;
+        IntListMap measurements;
     };
     StoredSelection stored;
     // What the search found, by receiving record.
     QHash<const SignalRecord*, Diagnosis> diagnoses;
     // What searchCompanions found, by companion group.
     QHash<CompanionGroup, CompanionSearch> companionSearches;
-    // The discovered signals, after the selection only the selected ones; this hash owns the
-    // records.
+    // The records of the design's signals.
+    SignalStore store;
+    // The discovered signals; after the selection only the selected ones, in the order every
+    // section walks them.
     SignalRecordHash signals;
-    // The selected signals in the order every section walks them.
-    std::vector<SignalRecord*> selected;
     db::ParamIter* parameterIterator;
     db::Instance* probeInstance;
     std::unique_ptr<ControllerParameters> controllerParameters;

@@ -65,7 +65,7 @@ WatchedNodes watchedNodes(const SignalRecord& record, bool reportAbsent) {
 }  // namespace
 
 void NetlistWriter::writeNodeList(QByteArray& text) const {
-    for (const SignalRecord* record : selected) {
+    for (const SignalRecord* record : signals) {
         for (const WatchedNode& node : watchedNodes(*record, true)) {
             NetlistText::appendText(text, node.net);
             text += ' ';
@@ -75,7 +75,7 @@ void NetlistWriter::writeNodeList(QByteArray& text) const {
 
 void NetlistWriter::writeNodeData(QByteArray& text) const {
     int n = 1;
-    for (const SignalRecord* record : selected) {
+    for (const SignalRecord* record : signals) {
         for (const WatchedNode& node : watchedNodes(*record, false)) {
             NetlistText::appendListLine(
                 text, "NodeData", n++,

@@ -1,14 +1,10 @@
 #include "parameters/ParamText.h"
 
-#include <cstdint>
-
 #include <locale.h>  // newlocale
 #include <stdlib.h>  // strtod_l
 
 #include <cerrno>
 #include <stdexcept>
-
-#include "parameters/ProbedTable.h"
 
 namespace LaneTapUI {
 namespace {
@@ -224,35 +220,6 @@ IntListMap parseIntListMap(const std::string& value) {
     });
 }
 
-IntListEntries parseIntListEntries(const std::string& value) {
-    IntListEntries out;
-    out.text = decodedEntries(value);
-    const int most = int(out.text.count(QLatin1Char(',')));
-    // The first position of each key, plus one.
-    ProbedTable<int> positions{std::size_t(most)};
-    out.keys.reserve(most);
-    out.hashes.reserve(most);
-    out.lists.reserve(most);
-    const uint seed = uint(qGlobalQHashSeed());
-    forEachRecordIn(out.text, 1, [&](const WordViews& parts) {
-        const uint hash = qHash(parts[0], seed);
-        int& known = positions.slot(
-            hash, [&](int position) { return out.keys[std::size_t(position - 1)] == parts[0]; });
-        if (known == 0) {
-            out.keys.push_back(parts[0]);
-            out.hashes.push_back(hash);
-            out.lists.emplace_back();
-            known = int(out.keys.size());
-        }
-        QVarLengthArray<int, 4>& numbers = out.lists[std::size_t(known - 1)];
-        numbers.clear();
-        for (int i = 1; i < parts.size(); ++i) {
-            numbers.append(wordToInt(parts[i]));
-        }
-    });
-    return out;
-}
-
 ReferenceMap parseReferenceMap(const std::string& value) {
     return parseSafely<ReferenceMap>(value, [](const std::string& text, ReferenceMap& out) {
         forEachRecord(text, 2, [&](const WordViews& parts) {
@@ -304,10 +271,6 @@ void writeParamStringList(db::ParamIter& params, const std::string& name,
 
 void writeParamInt(db::ParamIter& params, const std::string& name, int value) {
     store(params, name, std::to_string(value));
-}
-
-void writeParamDouble(db::ParamIter& params, const std::string& name, double value) {
-    writeParamString(params, name, QString::asprintf("%f", value));
 }
 
 }  // namespace LaneTapUI

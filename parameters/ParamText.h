@@ -59,16 +59,6 @@ struct ListEntries {
 };
 ListEntries parseListEntries(const std::string& value);
 IntListMap parseIntListMap(const std::string& value);
-// The same map as the netlist reads it: each key once, with the list it was given last, in the
-// order the keys first came, with the value qHash gives it under the global seed. The keys are
-// views into `text`, the value decoded once.
-struct IntListEntries {
-    QString text;
-    std::vector<QStringView> keys;
-    std::vector<uint> hashes;
-    std::vector<QVarLengthArray<int, 4>> lists;
-};
-IntListEntries parseIntListEntries(const std::string& value);
 ReferenceMap parseReferenceMap(const std::string& value);
 
 // The text of a string list: every item followed by ","; the empty list is the empty text.
@@ -79,7 +69,5 @@ void writeParamString(db::ParamIter& params, const std::string& name, const QStr
 void writeParamStringList(db::ParamIter& params, const std::string& name, const QStringList& items);
 // Booleans are stored through this as 0 or 1.
 void writeParamInt(db::ParamIter& params, const std::string& name, int value);
-// Six decimals, as printf's "%f" gives them.
-void writeParamDouble(db::ParamIter& params, const std::string& name, double value);
 
 }  // namespace LaneTapUI

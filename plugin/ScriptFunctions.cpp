@@ -1,7 +1,5 @@
 #include <QPointer>
 #include <QString>
-#include <future>
-#include <memory>
 #include <stdexcept>
 
 #include "dialog/LaneTapDialog.h"
@@ -16,14 +14,6 @@ namespace {
 QPointer<LaneTapUI::LaneTapDialog>& dialogRef() {
     static QPointer<LaneTapUI::LaneTapDialog> dialog;
     return dialog;
-}
-
-// A board's writer holds tens of thousands of records, and giving them back takes a good part of a
-// netlist call. The writer of the last call is destroyed on a second thread while the host goes
-// on with the block; the next call, and the unloading of the library, wait for it.
-std::future<void>& writerRelease() {
-    static std::future<void> release;
-    return release;
 }
 
 }  // namespace
@@ -60,14 +50,7 @@ VALUE_HEADER* LaneTap_netlist_probe() {
         orl::throw_parameter_pointer_is_null(0, paramIterType);
     }
     db::Instance* instance = get_db_inst_orl_parm(1);
-    if (writerRelease().valid()) {
-        writerRelease().get();
-    }
-    auto writer = std::make_unique<LaneTapUI::NetlistWriter>(parameters, instance);
     // The block is UTF-8 already; it goes to the host without another conversion.
-    QByteArray result = writer->writeBlock();
-    result.prepend("\n;Lane_Tap");
-    writerRelease() = std::async(std::launch::async,
-                                 [released = std::move(writer)]() mutable { released.reset(); });
-    return oval_create_string(result.constData());
+    const QByteArray block = LaneTapUI::NetlistWriter(parameters, instance).writeBlock();
+    return oval_create_string(block.constData());
 }

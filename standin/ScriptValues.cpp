@@ -1,9 +1,6 @@
 #include "standin/ScriptValues.h"
 
-#include <sys/mman.h>
-
 #include <atomic>
-#include <cstdint>
 #include <cstring>
 #include <map>
 
@@ -24,22 +21,6 @@ struct VALUE_HEADER {
 
 namespace standin {
 namespace {
-
-// A netlist block is megabytes of fresh memory; its pages are made resident in one call instead
-// of a fault at each first write. Where the system cannot, the writes fault them in as before.
-void makeResident(char* begin, std::size_t size) {
-#ifdef MADV_POPULATE_WRITE
-    constexpr std::uintptr_t page = 4096;
-    const std::uintptr_t first = (reinterpret_cast<std::uintptr_t>(begin) + page - 1) & ~(page - 1);
-    const std::uintptr_t end = (reinterpret_cast<std::uintptr_t>(begin) + size) & ~(page - 1);
-    if (end > first) {
-        madvise(reinterpret_cast<void*>(first), end - first, MADV_POPULATE_WRITE);
-    }
-#else
-    (void)begin;
-    (void)size;
-#endif
-}
 
 TYPE_DEFINITION knownTypes[] = {
     {"QtWidget", ValueKind::Pointer},    {"ParamIter", ValueKind::Pointer},
@@ -200,10 +181,7 @@ VALUE_HEADER* oval_create_raw_ptr(TYPE_DEFINITION* type, void* pointer) {
 
 VALUE_HEADER* oval_create_string(const char* text) {
     VALUE_HEADER* value = standin::newValue(standin::stringType());
-    const std::size_t size = std::strlen(text);
-    value->text.reserve(size);
-    standin::makeResident(value->text.data(), size);
-    value->text.assign(text, size);
+    value->text = text;
     return value;
 }
 

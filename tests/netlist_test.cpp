@@ -350,17 +350,37 @@ TEST_F(Netlist, MeasurementsReferencesAndCompliance) {
 }
 
 // The nodes come in the order of a hash of the selected keys filled from the walk of a hash
-// filled in the order of the stored list: the order the module has always had them in. Small
-// designs cannot show it; the hashes here grow several times.
-TEST_F(Netlist, NodesComeInTheWalkOfAHashFilledFromAHashOfTheStoredList) {
+// filled in the order of the stored list, and the measurements in the walk of a hash of the stored
+// map: the orders the module has always had them in. Small designs cannot show them; the hashes
+// here grow several times.
+TEST_F(Netlist, NodesAndMeasurementsComeInTheWalksOfTheirHashes) {
     QStringList ports;
     QStringList stored;
+    QStringList measured;
     for (int bit = 0; bit < 90; ++bit) {
         ports << QString("DQ %1 q%1").arg(bit);
         stored << QString("DQ_Ch0_U2_DQ%1").arg(bit * 37 % 90);
+        measured << QString("DQ_Ch0_U2_DQ%1 3").arg(bit * 53 % 90);
     }
-    const LaneTapUI::NetlistBlock block = netlistBlock(
-        {memory("M2", "U2", ports.join(", "))}, "SelectedSignalList=" + stored.join(',') + ",");
+    // A key stored twice keeps its first place; a key of no signal writes no line.
+    measured << "DQ_Ch0_U2_DQ7 3"
+             << "DQ_Ch0_U7_DQ0 3";
+    const LaneTapUI::NetlistBlock block =
+        netlistBlock({memory("M2", "U2", ports.join(", "))},
+                     "SelectedSignalList=" + stored.join(',') +
+                         ",|SelectedMeasurementsListMap=" + measured.join(',') + ",");
+    QHash<QString, int> measuredMap;
+    for (const QString& entry : qAsConst(measured)) {
+        measuredMap.insert(entry.section(' ', 0, 0), 0);
+    }
+    QStringList measuredKeys = measuredMap.keys();
+    measuredKeys.removeOne("DQ_Ch0_U7_DQ0");
+    QStringList measuredLines;
+    for (const QStringList& line : block.nodeMeasMap) {
+        measuredLines << line.value(0);
+    }
+    EXPECT_EQ(measuredLines, measuredKeys);
+
     QHash<QString, int> filledFromList;
     for (const QString& key : qAsConst(stored)) {
         filledFromList.insert(key, 0);

@@ -2,14 +2,9 @@
 // conversions give them.
 #include <gtest/gtest.h>
 
-#include <QHash>
 #include <QStringList>
-#include <algorithm>
 #include <climits>
-#include <random>
-#include <vector>
 
-#include "netlist/HashOrder.h"
 #include "netlist/NetlistText.h"
 
 using LaneTapUI::NetlistText::appendNumber;
@@ -30,30 +25,5 @@ TEST(NetlistText, FieldsAndNumbersMatchQtsConversions) {
         QByteArray text = "n";
         appendNumber(text, number);
         EXPECT_EQ(text, "n" + QByteArray::number(number));
-    }
-}
-
-TEST(HashOrder, WalksAsAQHashOfTheSameKeys) {
-    // Sizes around the first growths and one of a board's selection; keys in a shuffled order.
-    std::mt19937 random(7);
-    for (int size : {0, 1, 16, 17, 18, 35, 400, 70000}) {
-        SCOPED_TRACE(size);
-        QStringList keys;
-        for (int i = 0; i < size; ++i) {
-            keys << QStringLiteral("DQ_Ch%1_U%2_DQ%3").arg(i % 8).arg(i / 8).arg(random() % 64);
-        }
-        keys.removeDuplicates();
-        std::shuffle(keys.begin(), keys.end(), random);
-        QHash<QString, int> hash;
-        std::vector<uint> hashes;
-        for (const QString& key : qAsConst(keys)) {
-            hash.insert(key, 0);
-            hashes.push_back(qHash(key, uint(qGlobalQHashSeed())));
-        }
-        QStringList walked;
-        for (int position : LaneTapUI::qHashWalkOrder(hashes)) {
-            walked << keys[position];
-        }
-        EXPECT_EQ(walked, hash.keys());
     }
 }

@@ -10,9 +10,7 @@
 #include <tuple>
 #include <vector>
 
-#include "discovery/RecordPool.h"
 #include "discovery/SignalDiscovery.h"
-#include "netlist/HashOrder.h"
 #include "parameters/ControllerParameters.h"
 #include "parameters/ParamText.h"
 #include "parameters/PinName.h"
@@ -241,63 +239,6 @@ TEST(InstanceNodesHash, WalksAndFindsLikeAQHashOfTheSameEntries) {
         }
         EXPECT_FALSE(hash.contains("absent"));
     }
-}
-
-TEST(IntListEntries, WalkAndListsAreThoseOfTheStoredMap) {
-    // Repeated keys (the last list stands), marks, empty entries, a key alone, words that are no
-    // number, other white space, a key beyond ASCII, and a map whose hash grows many times.
-    QStringList many;
-    for (int i = 0; i < 3000; ++i) {
-        many << QString("DQ_Ch%1_U%2_DQ%3 %4 7").arg(i % 4).arg(i % 97).arg(i % 13).arg(i);
-    }
-    const QString rows[] = {
-        "",
-        "DQ0 1 2,",
-        "DQ0 1,DQ1 2,DQ0 3 4,",
-        "\xEF\xBB\xBF"
-        "DQ0 1,\xEF\xBB\xBF"
-        "DQ1 x 2,,,DQ2,DQ3\t5\n6 ,  ,DQé 9",
-        many.join(','),
-    };
-    for (const QString& row : rows) {
-        SCOPED_TRACE(row.left(60).toStdString());
-        const std::string stored = row.toStdString();
-        const IntListMap map = parseIntListMap(stored);
-        const IntListEntries entries = parseIntListEntries(stored);
-        QStringList walked;
-        for (int position : qHashWalkOrder(entries.hashes)) {
-            const QString key = entries.keys[position].toString();
-            walked << key;
-            const auto& list = entries.lists[position];
-            EXPECT_EQ(QList<int>(list.cbegin(), list.cend()), map.value(key)) << key.toStdString();
-        }
-        EXPECT_EQ(walked, map.keys());
-    }
-}
-
-TEST(RecordPool, RecordsKeepTheirOwnPlaceAndEmptySlabsGoBack) {
-    const int slabsBefore = RecordPool::slabCount();
-    // Enough records for several slabs; each carries its own number in its key.
-    std::vector<std::unique_ptr<SignalRecord>> records;
-    for (int i = 0; i < 12000; ++i) {
-        records.push_back(std::make_unique<SignalRecord>());
-        records.back()->key = QString::number(i);
-    }
-    const int slabsFull = RecordPool::slabCount();
-    EXPECT_GE(slabsFull - slabsBefore, 2);
-    // The first records given back empty the first slab; a record kept holds its slab.
-    records.erase(records.begin(), records.begin() + 6000);
-    EXPECT_LT(RecordPool::slabCount(), slabsFull);
-    for (int i = 0; i < int(records.size()); ++i) {
-        ASSERT_EQ(records[i]->key, QString::number(6000 + i));
-    }
-    // With every record back only the slab being cut from stays, and it is cut again from its
-    // start.
-    const SignalRecord* last = records.back().get();
-    records.clear();
-    EXPECT_LE(RecordPool::slabCount(), std::max(slabsBefore, 1));
-    auto again = std::make_unique<SignalRecord>();
-    EXPECT_LT(again.get(), last);
 }
 
 TEST(ControllerParameters, SimulationSettingsIgnoreCaseAndOnlyAControllerHasThem) {
