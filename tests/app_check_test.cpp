@@ -60,6 +60,8 @@ TEST(CheckCommand, NamesEachWayTheBlockOrTheDialogTakesTheSetupOtherwise) {
         const char* changes;  // JSON of changedExample
         // Findings that must be among those reported, "severity code key item" each.
         QStringList expected;
+        // Codes that must not be reported.
+        QStringList absent = {};
     } cases[] = {
         // Texts the settings line cannot carry, the controller's data rate among them.
         {R"({"U1": {"DataRate": "3200 EnableCompliance=0"}})",
@@ -122,6 +124,9 @@ TEST(CheckCommand, NamesEachWayTheBlockOrTheDialogTakesTheSetupOtherwise) {
         // The controller's rate and the probe's speed grade.
         {R"({"U1": {"DataRate": "2400"}})", {"warning rate-mismatch speedGradeIndex 3200"}},
         {R"({"U1": {"DataRate": "2000"}})", {"warning rate-mismatch DataRate 2000 Mbps"}},
+        {R"({"U1": {"DataRateUnit": "furlongs"}})", {}, {"rate-mismatch"}},
+        // A controller in the read cycle decides over a stored write.
+        {R"({"U1": {"DataMode": "read"}})", {"note controller-override modeOfOperation -"}},
         // What compliance adds beyond the selection.
         {"{}", {"note compliance-adds EnableComplianceMeasurements -"}},
     };
@@ -139,6 +144,9 @@ TEST(CheckCommand, NamesEachWayTheBlockOrTheDialogTakesTheSetupOtherwise) {
         for (const QString& finding : c.expected) {
             EXPECT_TRUE(reported.contains(finding)) << finding.toStdString() << "\nreported:\n"
                                                     << reported.join('\n').toStdString();
+        }
+        for (const QString& code : c.absent) {
+            EXPECT_TRUE(reported.filter(" " + code + " ").isEmpty()) << code.toStdString();
         }
         EXPECT_EQ(readBytes(design), before);
     }

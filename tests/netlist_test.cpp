@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QRegularExpression>
+#include <cstring>
 #include <map>
 
 #include "netlist/BlockReader.h"
@@ -441,6 +442,47 @@ TEST_F(Netlist, SettingsLine) {
           "S Settings_DQSSignalType=\"continuous\"", "S SpeedGrade=", "S Settings_pcboCustomSG="}},
     };
     expectBlocks(scenarios, true);
+}
+
+// The block's reader names the place it cannot read: a name of the component line, a pair of the
+// settings line, a line of a section, or the block as a whole. The worked example's block, with
+// one fault put in at a time.
+TEST(BlockReader, NamesEachPlaceItCannotRead) {
+    const QString good = QString::fromUtf8(
+        lanetap_test::runProgram(
+            {"netlist", LANETAP_SOURCE_DIR "/examples/ddr4_x8_write.json", "--probe", "X1"})
+            .out);
+    ASSERT_TRUE(LaneTapUI::readBlock(good).problems.isEmpty());
+    const struct {
+        const char* from;
+        const char* to;
+        const char* problem;  // the first problem the reader gives
+        int count = 1;        // how many it gives
+    } cases[] = {
+        {"ComponentWithNodes:X1 ", "ComponentWithNodes:X;1 ", "X;1: holds the character ;"},
+        {" n_dq0 ", " n=dq0 ", "n=dq0: holds the character ="},
+        {"TargetBER=1e-12", "TargetBER=1e-12;x",
+         "TargetBER: the value 1e-12;x holds the character ;"},
+        {"GroupDQBy=\"Nibble\"", "GroupDQBy=\"Nib\"ble\"",
+         "GroupDQBy: the value \"Nib\"ble\" holds the character \" within its double quotes"},
+        {"Settings_InputVDD=1.2 V", "Settings_InputVDD=1 2 V",
+         "Settings_InputVDD: the value 1 2 V is no voltage"},
+        {"DataRate=3200 Mbps", "DataRate=3200 Mbps x",
+         "DataRate: the value 3200 Mbps x is not a rate"},
+        {" CATopology=", " CATopolgy=", "CATopology: the settings line lacks its pair"},
+        {"NodeData[5]", "NodeData[6]", "is out of its place or count", 2},
+        {"NodeRefMap[1] = list(\"", "NodeRefMap[1] = list(\"\", \"", "has 3 fields"},
+        {" \n\n", "\n\n", "the block does not start with the load line or end in one blank"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.to);
+        QString text = good;
+        ASSERT_TRUE(text.contains(c.from));
+        text.replace(text.indexOf(c.from), int(strlen(c.from)), c.to);
+        const QStringList problems = LaneTapUI::readBlock(text).problemTexts();
+        ASSERT_EQ(problems.size(), c.count) << problems.join('\n').toStdString();
+        EXPECT_TRUE(problems[0].contains(c.problem)) << problems[0].toStdString();
+    }
 }
 
 }  // namespace
