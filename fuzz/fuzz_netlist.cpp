@@ -19,8 +19,8 @@
 #include <vector>
 
 #include "fuzz/FuzzCheck.h"
-#include "netlist/BlockReader.h"
 #include "host/DdrMetaData.h"
+#include "netlist/BlockReader.h"
 #include "standin/Design.h"
 #include "standin/Host.h"
 #include "standin/ItemDefinition.h"
@@ -169,8 +169,7 @@ void checkBlock(const QString& text, const std::vector<std::string>& warnings) {
     }
     for (const QStringList& line : block.nodeRefMap) {
         check(known(line[0]) && known(line[1]),
-              "a reference line pairs signals the block does not watch: " +
-                  shown(line.join(", ")));
+              "a reference line pairs signals the block does not watch: " + shown(line.join(", ")));
     }
 }
 
