@@ -1,6 +1,5 @@
 #include "netlist/NetlistWriter.h"
 
-#include <future>
 #include <string>
 
 #include "discovery/SignalDiscovery.h"
@@ -26,22 +25,12 @@ db::Design* designOf(const db::Instance* instance) {
 
 NetlistWriter::NetlistWriter(db::ParamIter* parameters, db::Instance* instance)
     : parameterIterator(parameters), probeInstance(instance) {
-    // A board stores megabytes of selection. Its texts are read here and taken apart on a worker
-    // thread while this one walks the design; only this thread talks to the host. The worker
-    // owns the texts and hands the selection back whole.
-    std::future<StoredSelection> selection = std::async(
-        std::launch::async,
-        [](const std::string& signalKeys, const std::string& references,
-           const std::string& measurements) {
-            return StoredSelection{parseListEntries(signalKeys), parseReferenceMap(references),
-                                   parseIntListMap(measurements)};
-        },
-        readParamString(*parameters, "SelectedSignalList"),
-        readParamString(*parameters, "SelectedMeasurementsRefSignalListMap"),
-        readParamString(*parameters, "SelectedMeasurementsListMap"));
     findControllerParameters();
     discoverSignals();
-    stored = selection.get();
+    stored = StoredSelection{
+        parseListEntries(readParamString(*parameters, "SelectedSignalList")),
+        parseReferenceMap(readParamString(*parameters, "SelectedMeasurementsRefSignalListMap")),
+        parseIntListMap(readParamString(*parameters, "SelectedMeasurementsListMap"))};
 }
 
 NetlistWriter::~NetlistWriter() = default;
