@@ -27,6 +27,14 @@ void loadDesign(standin::Host& host, const QString& path) {
     }
 }
 
+void saveDesign(standin::Host& host) {
+    try {
+        host.saveDesign();
+    } catch (const standin::DesignError& error) {
+        throw Failure(ExitUsage, error.what());
+    }
+}
+
 std::unique_ptr<standin::DesignLock> lockDesign(const QString& path) {
     if (path.isEmpty() || !QFileInfo(path).isFile()) {
         return nullptr;

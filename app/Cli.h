@@ -18,6 +18,8 @@ namespace lanetap {
 const QString& designFileOf(const Arguments& arguments, const char* command);
 // Loads the design file, or fails with exit code 2.
 void loadDesign(standin::Host& host, const QString& path);
+// Saves the loaded design to its file, or fails with exit code 2 and nothing written.
+void saveDesign(standin::Host& host);
 // Takes the lock of a design file that a command reads, changes and saves, before it reads it;
 // fails with exit code 2 when another writer keeps it. None for a path that names no file, which
 // the load refuses.

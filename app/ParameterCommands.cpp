@@ -138,11 +138,7 @@ int runSet(const Arguments& arguments) {
         checkProbeValues(opened.host.design(), *opened.probe, changed, keys);
     }
     opened.probe->parameters.values = changed.values;
-    try {
-        opened.host.saveDesign();
-    } catch (const standin::DesignError& error) {
-        throw Failure(ExitUsage, error.what());
-    }
+    saveDesign(opened.host);
     return ExitOk;
 }
 

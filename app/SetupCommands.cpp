@@ -154,11 +154,7 @@ int runApply(const Arguments& arguments) {
     for (auto it = changes.cbegin(); it != changes.cend(); ++it) {
         probe->parameters.values[it.key().toStdString()] = it.value().toStdString();
     }
-    try {
-        host.saveDesign();
-    } catch (const standin::DesignError& error) {
-        throw Failure(ExitUsage, error.what());
-    }
+    saveDesign(host);
     return ExitOk;
 }
 
