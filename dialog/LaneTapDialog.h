@@ -137,12 +137,15 @@ private:
     // SignalPage.cpp: the signal trees that every selection page stands on.
     void populateSignalTree(QTreeWidget* tree, const SignalRecordHash& records,
                             const QSet<QString>& excludedTypes);
-    void addSignalToTree(TreeBuild& build, const SignalRecord* record);
-    void finishTree(QTreeWidget* tree);
+    void addSignalToTree(TreeBuild& build, const LeafSource& source);
+    // Expands the tree, fits its first column and makes its first item current; `sort` sorts it
+    // first.
+    void finishTree(QTreeWidget* tree, bool sort = true);
     // What a signal tree was last built from. Asked for the same items again, with nothing moved
     // in the tree since, populateSignalTree only brings the view back to how a build leaves it,
     // the colours of the items painted since included: a tab change on a board of 10^4 signals
-    // then rebuilds nothing.
+    // then rebuilds nothing. After a new discovery the records are new but may read the same:
+    // the texts the build read tell, and a tree showing them already is kept or copied.
     struct BuiltTree {
         SignalRecordHash records;
         QSet<QString> excludedTypes;
@@ -150,9 +153,16 @@ private:
         int collation;
         bool changed;
         QSet<QTreeWidgetItem*> painted;
+        TreeSources sources;
+        // Some item was collapsed since the build.
+        bool collapsed = false;
     };
     bool isBuiltFrom(const QTreeWidget* tree, const SignalRecordHash& records,
                      const QSet<QString>& excludedTypes, int collation) const;
+    // The tree that shows `sources` as built, unchanged: `tree` itself if it does, else another
+    // one with no item painted; null for none.
+    const QTreeWidget* treeShowing(const QTreeWidget* tree, const TreeSources& sources,
+                                   int collation) const;
     void showAsBuilt(QTreeWidget* tree);
     void markTreeChanged(const QTreeWidget* tree);
     void fitColumn(QTreeWidget* tree, int column);

@@ -18,6 +18,20 @@ bool needsReference(const QString& measurement) {
     return !referenceFreeTypesByDisplayName().contains(measurement);
 }
 
+// Some measurement of the record needs a reference and has none.
+bool lacksReference(const SignalRecord& record) {
+    for (auto chosen = record.measurements.cbegin(); chosen != record.measurements.cend();
+         ++chosen) {
+        if (needsReference(chosen.key())) {
+            const auto references = record.refSignals.constFind(chosen.key());
+            if (references == record.refSignals.cend() || references->isEmpty()) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 void LaneTapDialog::collectClockSignals() {
@@ -152,20 +166,15 @@ void LaneTapDialog::paint(QTreeWidgetItem* item, int column, Qt::GlobalColor col
 }
 
 void LaneTapDialog::colourUnreferenced(QTreeWidgetItem* item) {
-    for (int i = 0; i < item->childCount(); ++i) {
-        colourUnreferenced(item->child(i));
-    }
-    const SignalRecord* record =
-        isLeaf(item) ? selectedSignals.value(item->text(keyColumn)) : nullptr;
-    if (!record) {
-        return;
-    }
-    for (const QString& name : record->measurements.keys()) {
-        if (needsReference(name) && record->referencesOf(name).isEmpty()) {
-            paint(item, 0, Qt::red);
-            paint(item, 1, Qt::red);
-        }
-    }
+    walkTree(
+        item, [](QTreeWidgetItem*) {},
+        [this](QTreeWidgetItem* leaf) {
+            const SignalRecord* record = selectedSignals.value(leaf->text(keyColumn));
+            if (record && lacksReference(*record)) {
+                paint(leaf, 0, Qt::red);
+                paint(leaf, 1, Qt::red);
+            }
+        });
 }
 
 // A reference moved between the trees stays in every signal hash: only the pair's references

@@ -67,6 +67,20 @@ QTreeWidgetItem* groupItem(TreeBuild& build, QTreeWidgetItem* parent, const QStr
     return item;
 }
 
+// What a build reads of `records`, in their order, leaving out the excluded types.
+TreeSources treeSources(const SignalRecordHash& records, const QSet<QString>& excludedTypes) {
+    TreeSources sources;
+    sources.reserve(records.size());
+    for (const SignalRecord* record : records) {
+        if (!excludedTypes.contains(record->signalType)) {
+            sources.append({record->signalType, record->channel, record->displayName,
+                            record->groupKey, record->signalIndex, record->key,
+                            record->instanceNames()});
+        }
+    }
+    return sources;
+}
+
 // The key of every leaf below `item`, the item itself if it is one.
 template <class Visit>
 void forEachLeaf(QTreeWidgetItem* item, Visit visit) {
@@ -84,17 +98,45 @@ void LaneTapDialog::populateSignalTree(QTreeWidget* tree, const SignalRecordHash
         showAsBuilt(tree);
         return;
     }
-    tree->clear();
-    TreeBuild build;
-    for (const SignalRecord* record : records) {
-        if (!excludedTypes.contains(record->signalType)) {
-            addSignalToTree(build, record);
-        }
+    BuiltTree built{records,
+                    excludedTypes,
+                    discoveries,
+                    collation,
+                    false,
+                    {},
+                    treeSources(records, excludedTypes)};
+    const QTreeWidget* showing = treeShowing(tree, built.sources, collation);
+    if (showing == tree) {
+        // The records are new but read as the tree shows them: it stays, and stands for them.
+        BuiltTree& kept = builtTrees[tree];
+        kept.records = records;
+        kept.excludedTypes = excludedTypes;
+        kept.discovery = discoveries;
+        showAsBuilt(tree);
+        return;
     }
-    tree->addTopLevelItems(build.topLevel);
+    tree->clear();
+    QList<QTreeWidgetItem*> topLevel;
+    if (showing) {
+        // Another tree shows these records as a build leaves them: its items are copied, sorted.
+        for (int i = 0; i < showing->topLevelItemCount(); ++i) {
+            topLevel.append(TreeWidgetItem::copyOf(*showing->topLevelItem(i)));
+        }
+    } else {
+        TreeBuild build;
+        for (const LeafSource& source : qAsConst(built.sources)) {
+            addSignalToTree(build, source);
+        }
+        topLevel = build.topLevel;
+    }
+    tree->addTopLevelItems(topLevel);
+    if (!builtTrees.contains(tree)) {
+        connect(tree, &QTreeWidget::itemCollapsed, this,
+                [this, tree] { builtTrees[tree].collapsed = true; });
+    }
     // Known as built before it is finished: what the current item's slots paint counts as painted.
-    builtTrees.insert(tree, {records, excludedTypes, discoveries, collation, false, {}});
-    finishTree(tree);
+    builtTrees.insert(tree, std::move(built));
+    finishTree(tree, !showing);
 }
 
 bool LaneTapDialog::isBuiltFrom(const QTreeWidget* tree, const SignalRecordHash& records,
@@ -103,6 +145,23 @@ bool LaneTapDialog::isBuiltFrom(const QTreeWidget* tree, const SignalRecordHash&
     return built != builtTrees.constEnd() && !built->changed && built->discovery == discoveries &&
            built->collation == collation && built->excludedTypes == excludedTypes &&
            built->records == records;
+}
+
+const QTreeWidget* LaneTapDialog::treeShowing(const QTreeWidget* tree, const TreeSources& sources,
+                                              int collation) const {
+    const auto shows = [&](const BuiltTree& built) {
+        return !built.changed && built.collation == collation && built.sources == sources;
+    };
+    const auto own = builtTrees.constFind(tree);
+    if (own != builtTrees.constEnd() && shows(*own)) {
+        return tree;
+    }
+    for (auto other = builtTrees.cbegin(); other != builtTrees.cend(); ++other) {
+        if (other.key() != tree && other->painted.isEmpty() && shows(*other)) {
+            return other.key();
+        }
+    }
+    return nullptr;
 }
 
 // What a build leaves that the user may have changed since: every item expanded, the view at its
@@ -115,7 +174,12 @@ void LaneTapDialog::showAsBuilt(QTreeWidget* tree) {
         item->setData(1, Qt::ForegroundRole, QVariant(instancesBrush()));
     }
     built.painted.clear();
-    tree->expandAll();
+    // Every item is expanded still unless one was collapsed since: laying out tens of thousands
+    // of items again would change nothing.
+    if (built.collapsed) {
+        tree->expandAll();
+        built.collapsed = false;
+    }
     tree->scrollToTop();
     tree->horizontalScrollBar()->setValue(tree->horizontalScrollBar()->minimum());
     fitColumn(tree, 0);
@@ -129,20 +193,24 @@ void LaneTapDialog::markTreeChanged(const QTreeWidget* tree) {
     }
 }
 
-void LaneTapDialog::addSignalToTree(TreeBuild& build, const SignalRecord* record) {
-    QTreeWidgetItem* type = groupItem(build, nullptr, record->signalType, record->signalType);
-    QTreeWidgetItem* channel = groupItem(build, type, record->channel, record->channel);
-    QTreeWidgetItem* node = groupItem(build, channel, record->displayName, record->groupKey);
-    QTreeWidgetItem* leaf = newItem(node, record->signalType + record->signalIndex, record->key,
-                                    record->instanceNames());
+void LaneTapDialog::addSignalToTree(TreeBuild& build, const LeafSource& source) {
+    QTreeWidgetItem* type = groupItem(build, nullptr, source.signalType, source.signalType);
+    QTreeWidgetItem* channel = groupItem(build, type, source.channel, source.channel);
+    QTreeWidgetItem* node = groupItem(build, channel, source.displayName, source.groupKey);
+    QTreeWidgetItem* leaf =
+        newItem(node, source.signalType + source.signalIndex, source.key, source.instanceNames);
     leaf->setForeground(1, instancesBrush());
 }
 
-void LaneTapDialog::finishTree(QTreeWidget* tree) {
+void LaneTapDialog::finishTree(QTreeWidget* tree, bool sort) {
     // Sorted before it is expanded: the view then has no expanded items to follow through the
     // sort.
-    TreeWidgetItem::prepareSort();
-    tree->sortItems(0, Qt::AscendingOrder);
+    if (sort) {
+        TreeWidgetItem::prepareSort();
+        tree->sortItems(0, Qt::AscendingOrder);
+    } else {
+        tree->header()->setSortIndicator(0, Qt::AscendingOrder);
+    }
     tree->expandAll();
     fitColumn(tree, 0);
     tree->setCurrentItem(tree->topLevelItem(0));

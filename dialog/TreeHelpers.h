@@ -6,6 +6,7 @@
 #include <QString>
 #include <QTreeWidget>
 #include <QTreeWidgetItem>
+#include <QVector>
 
 // What the selection pages share about their trees. Column 2 of every item holds its key and is
 // never shown; a leaf is an item below the top level without children.
@@ -21,6 +22,26 @@ struct TreeBuild {
     QList<QTreeWidgetItem*> topLevel;
     QHash<const QTreeWidgetItem*, QHash<QString, QTreeWidgetItem*>> groups;
 };
+
+// What a build of a signal tree reads of one record. Builds of the same sources in the same order
+// make the same tree: a record's key, its place (type, channel, node) and its instances.
+struct LeafSource {
+    QString signalType;
+    QString channel;
+    QString displayName;
+    QString groupKey;
+    QString signalIndex;
+    QString key;
+    QString instanceNames;
+
+    bool operator==(const LeafSource& other) const {
+        return key == other.key && instanceNames == other.instanceNames &&
+               displayName == other.displayName && groupKey == other.groupKey &&
+               signalType == other.signalType && channel == other.channel &&
+               signalIndex == other.signalIndex;
+    }
+};
+using TreeSources = QVector<LeafSource>;
 
 inline bool isLeaf(const QTreeWidgetItem* item) {
     return item->childCount() == 0 && item->parent();

@@ -20,6 +20,17 @@ const QCollatorSortKey& TreeWidgetItem::sortKey(const QString& text) const {
     return cachedKey->key;
 }
 
+TreeWidgetItem* TreeWidgetItem::copyOf(const QTreeWidgetItem& item) {
+    auto* copy = new TreeWidgetItem(item);
+    QList<QTreeWidgetItem*> children;
+    children.reserve(item.childCount());
+    for (int i = 0; i < item.childCount(); ++i) {
+        children.append(copyOf(*item.child(i)));
+    }
+    copy->addChildren(children);
+    return copy;
+}
+
 bool TreeWidgetItem::operator<(const QTreeWidgetItem& other) const {
     const int column = treeWidget() ? treeWidget()->sortColumn() : 0;
     const QString text = this->text(column);

@@ -16,12 +16,18 @@ public:
 
     bool operator<(const QTreeWidgetItem& other) const override;
 
+    // A copy of `item` and of everything below it, in the same order, made of items of this
+    // class.
+    static TreeWidgetItem* copyOf(const QTreeWidgetItem& item);
+
     // Makes the collator of the next sort from the default locale as it is now, and gives its
     // generation, which changes with the collator. A sort compares tens of thousands of pairs with
     // the one collator.
     static int prepareSort();
 
 private:
+    explicit TreeWidgetItem(const QTreeWidgetItem& other) : QTreeWidgetItem(other) {}
+
     // The collation key of the text last compared, kept while that text and the collator stay.
     struct CachedKey {
         QString text;

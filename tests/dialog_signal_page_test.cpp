@@ -171,10 +171,39 @@ TEST(SignalTrees, ATabShownAgainLooksAsItsBuildLeftIt) {
     pages.tab(2);
     EXPECT_EQ(dump(measured), "DQ(Ch0(U1(DQ2) U2(DQ2)) Ch1(U1(DQ10)))");
     pages.press("applyButton");
+    // Opened again on the same design, a tree that reads as before stays, and looks as built.
+    QTreeWidget* referenced = pages.tree("selectRefSignalSelectedSignalTree");
+    pages.show("X1");
+    pages.tab(3);
+    const QString reopened = viewState(referenced);
+    EXPECT_EQ(reopened.section('|', 0, 0), "DQ(Ch0(U1(DQ2) U2(DQ2)) Ch1(U1(DQ10)))");
+    referenced->topLevelItem(0)->setExpanded(false);
+    referenced->setCurrentItem(referenced->topLevelItem(0)->child(1));
+    pages.show("X1");
+    pages.tab(3);
+    EXPECT_EQ(viewState(referenced), reopened);
     pages.host().host.design()->findInstance("U2")->name = "M2";
     pages.show("X1");
     pages.tab(2);
     EXPECT_EQ(dump(measured), "DQ(Ch0(U1(DQ2) U2(DQ2[M2])) Ch1(U1(DQ10)))");
+}
+
+// A tree built from the records another tree shows is copied from it, but never with the red of
+// the reference tab's unreferenced signals.
+TEST(SignalTrees, ATreeIsNotCopiedWithTheColoursPaintedOnIt) {
+    Pages pages(busDesign(R"("TabWidgetTabNumber":"4","SelectedSignalList":)"
+                          R"("DQ_Ch1_U1_DQ10,CK_Ch0_U2_CK0,",)"
+                          R"("SelectedMeasurementsListMap":"CK_Ch0_U2_CK0 1 ,")"));
+    pages.tab(3);
+    EXPECT_EQ(dump(pages.tree("selectRefSignalSelectedSignalTree")),
+              "CK(Ch0(U2(CK0!rr))) DQ(Ch1(U1(DQ10)))");
+    // Out and back in: the signal tab's tree is no longer as built, the red one is.
+    pages.tab(1);
+    pages.act(selectedSignals, {"CK"}, "removeSignalButton");
+    pages.act(availableSignals, {"CK", "Ch0", "U2"}, "addSignalButton");
+    pages.tab(2);
+    EXPECT_EQ(dump(pages.tree("selectMeasurementSelectedSignalTree")),
+              "CK(Ch0(U2(CK0))) DQ(Ch1(U1(DQ10)))");
 }
 
 // A signal added on the signal tab takes the list of its node, channel or type, in that order of
