@@ -85,10 +85,12 @@ void NetlistWriter::writeNodeMeasMap(QByteArray& text) const {
 
     // Measurements that need no reference, one "Unreferenced" line per signal. Those that need
     // one are left to the referenced lines.
-    const IntListMap& measurements = stored.measurements;
+    const auto& measurements = stored.measurements.lists;
     ReferenceFreeCodes referenceFree;
+    // One string over the stored text is pointed at each key in turn.
+    QString storedKey;
     for (auto entry = measurements.cbegin(); entry != measurements.cend(); ++entry) {
-        if (!signals.contains(entry.key())) {
+        if (!signals.contains(storedKey.setRawData(entry.key().data(), int(entry.key().size())))) {
             continue;
         }
         Fields fields{entry.key(), unreferenced};

@@ -30,7 +30,7 @@ NetlistWriter::NetlistWriter(db::ParamIter* parameters, db::Instance* instance)
     stored = StoredSelection{
         parseListEntries(readParamString(*parameters, "SelectedSignalList")),
         parseReferenceMap(readParamString(*parameters, "SelectedMeasurementsRefSignalListMap")),
-        parseIntListMap(readParamString(*parameters, "SelectedMeasurementsListMap"))};
+        parseIntListViews(readParamString(*parameters, "SelectedMeasurementsListMap"))};
 }
 
 NetlistWriter::~NetlistWriter() = default;

@@ -94,7 +94,7 @@ private:
     struct StoredSelection {
         ListEntries signalKeys;
         ReferenceMap references;
-        IntListMap measurements;
+        IntListViews measurements;
     };
     StoredSelection stored;
     // What the search found, by receiving record.

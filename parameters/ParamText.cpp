@@ -154,6 +154,17 @@ void forEachRecord(const std::string& value, int minimum, Visit visit) {
     forEachRecordIn(decodedEntries(value), minimum, visit);
 }
 
+// The ids behind an entry's key; a word that is no number counts as 0.
+template <class Ids>
+Ids idsOf(const WordViews& parts) {
+    Ids ids;
+    ids.reserve(parts.size() - 1);
+    for (int i = 1; i < parts.size(); ++i) {
+        ids.append(wordToInt(parts[i]));
+    }
+    return ids;
+}
+
 void appendParts(QStringList& names, const WordViews& parts, int from) {
     for (int i = from; i < parts.size(); ++i) {
         names.append(parts[i].toString());
@@ -210,12 +221,16 @@ ListEntries parseListEntries(const std::string& value) {
 IntListMap parseIntListMap(const std::string& value) {
     return parseSafely<IntListMap>(value, [](const std::string& text, IntListMap& out) {
         forEachRecord(text, 1, [&](const WordViews& parts) {
-            QList<int> numbers;
-            numbers.reserve(parts.size() - 1);
-            for (int i = 1; i < parts.size(); ++i) {
-                numbers.append(wordToInt(parts[i]));
-            }
-            out.insert(parts[0].toString(), numbers);
+            out.insert(parts[0].toString(), idsOf<QList<int>>(parts));
+        });
+    });
+}
+
+IntListViews parseIntListViews(const std::string& value) {
+    return parseSafely<IntListViews>(value, [](const std::string& text, IntListViews& out) {
+        out.text = decodedEntries(text);
+        forEachRecordIn(out.text, 1, [&](const WordViews& parts) {
+            out.lists.insert(parts[0], idsOf<QVarLengthArray<int, 4>>(parts));
         });
     });
 }

@@ -59,6 +59,14 @@ struct ListEntries {
 };
 ListEntries parseListEntries(const std::string& value);
 IntListMap parseIntListMap(const std::string& value);
+// A stored key-to-ids map as the netlist reads it: keys are views into `text`, the value decoded
+// once, and most lists of ids are held in place. It walks in the order of the IntListMap of the
+// same value.
+struct IntListViews {
+    QString text;
+    QHash<QStringView, QVarLengthArray<int, 4>> lists;
+};
+IntListViews parseIntListViews(const std::string& value);
 ReferenceMap parseReferenceMap(const std::string& value);
 
 // The text of a string list: every item followed by ","; the empty list is the empty text.
