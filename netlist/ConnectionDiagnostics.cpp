@@ -1,4 +1,3 @@
-#include <QPair>
 #include <QVarLengthArray>
 #include <algorithm>
 
@@ -66,27 +65,23 @@ CompanionGroup companionGroup(const SignalRecord& record) {
     return {};
 }
 
-// The companions of a search and the record's own warning when some are missing.
-NetlistWriter::Diagnosis diagnosisOf(const SignalRecord& record,
-                                     const NetlistWriter::CompanionSearch& search) {
-    NetlistWriter::Diagnosis diagnosis{search.companions, QString()};
-    if (!search.missing.isEmpty()) {
-        // This text carries no line end of its own.
-        diagnosis.warning = QStringLiteral("For ") + record.key +
-                            QStringLiteral(", reference signal ID(s) ") +
-                            search.missing.join(QStringLiteral(", ")) +
-                            QStringLiteral(
-                                " are not connected. Some compliance test "
-                                "would not run for it.");
-    }
-    return diagnosis;
+// The record's own warning when its search misses companions. This text carries no line end of
+// its own.
+QString missingCompanionsWarning(const SignalRecord& record,
+                                 const NetlistWriter::CompanionSearch& search) {
+    return QStringLiteral("For ") + record.key + QStringLiteral(", reference signal ID(s) ") +
+           search.missing.join(QStringLiteral(", ")) +
+           QStringLiteral(
+               " are not connected. Some compliance test "
+               "would not run for it.");
 }
 
 }  // namespace
 
 uint qHash(const NetlistWriter::CompanionGroup& group, uint seed) {
-    return qHash(
-        qMakePair(qMakePair(group.channel, group.refDes), group.byte * 4 + int(group.kind)), seed);
+    // Only looked up, never walked: any mix of the parts serves.
+    return qHash(group.channel, seed) ^ (qHash(group.refDes, seed) * 31u) ^
+           uint(group.byte * 4 + int(group.kind));
 }
 
 // Companions are found by designator, not by node, so a die or receiver node of a signal has
@@ -159,14 +154,14 @@ QString NetlistWriter::describeMissingReference(const SignalRecord* record,
 }
 
 const QList<SignalRecord*>* NetlistWriter::connectionDiagnostics(const SignalRecord* record) const {
-    const auto known = diagnoses.constFind(record);
-    if (known == diagnoses.constEnd()) {
+    const CompanionSearch* search = diagnoses.value(record);
+    if (!search) {
         return nullptr;
     }
-    if (!known->warning.isEmpty()) {
-        NetlistText::reportWarning(known->warning);
+    if (!search->missing.isEmpty()) {
+        NetlistText::reportWarning(missingCompanionsWarning(*record, *search));
     }
-    return &known->companions;
+    return &search->companions;
 }
 
 void NetlistWriter::diagnoseReceivingSignals() {
@@ -180,20 +175,20 @@ void NetlistWriter::diagnoseReceivingSignals() {
     }
 }
 
-NetlistWriter::Diagnosis NetlistWriter::diagnose(const SignalRecord* record) {
-    // Most command signals need no companion: there is nothing to search for.
+const NetlistWriter::CompanionSearch* NetlistWriter::diagnose(const SignalRecord* record) {
+    // Most command signals need no companion: an empty search stands for them all.
     if (requiredTypes(*record).isEmpty()) {
-        return Diagnosis();
+        return &nothingToSearch;
     }
     const CompanionGroup group = companionGroup(*record);
     if (group.kind == CompanionGroup::Alone) {
-        return diagnosisOf(*record, searchCompanions(record));
+        return &searches.emplace_back(searchCompanions(record));
     }
-    auto known = companionSearches.constFind(group);
-    if (known == companionSearches.constEnd()) {
-        known = companionSearches.insert(group, searchCompanions(record));
+    const CompanionSearch*& known = searchesByGroup[group];
+    if (!known) {
+        known = &searches.emplace_back(searchCompanions(record));
     }
-    return diagnosisOf(*record, *known);
+    return known;
 }
 
 NetlistWriter::CompanionSearch NetlistWriter::searchCompanions(const SignalRecord* record) const {

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <QStringView>
+#include <deque>
 #include <memory>
 
 #include "discovery/SignalRecord.h"
@@ -37,26 +39,21 @@ public:
     // Whether an instance of that side reaches the signal: compliance judges it there.
     bool isReceiving(const SignalRecord& record) const;
 
-    // What the companion check found for a signal.
-    struct Diagnosis {
-        QList<SignalRecord*> companions;
-        // Empty when nothing is missing.
-        QString warning;
-    };
     // Signals that expect the same companions and describe the missing ones alike: the data
-    // bits of one byte, or the address and command signals at one place.
+    // bits of one byte, or the address and command signals at one place; a signal of no group is
+    // searched alone. The texts are views into the records.
     struct CompanionGroup {
         enum Kind { Alone, DataByte, Address } kind = Alone;
-        QString channel;
-        QString refDes;
+        QStringView channel;
+        QStringView refDes;
         int byte = 0;
         bool operator==(const CompanionGroup& other) const {
             return kind == other.kind && byte == other.byte && channel == other.channel &&
                    refDes == other.refDes;
         }
     };
-    // What it finds for every signal of a companion group: the companions, and the descriptions
-    // of those missing, in the order the warning gives them.
+    // What the search finds for every signal of a companion group: the companions, and the
+    // descriptions of those missing, in the order the warning gives them.
     struct CompanionSearch {
         QList<SignalRecord*> companions;
         QStringList missing;
@@ -83,7 +80,7 @@ private:
     const QList<SignalRecord*>* connectionDiagnostics(const SignalRecord* record) const;
     // Makes the search of every receiving signal without a word.
     void diagnoseReceivingSignals();
-    Diagnosis diagnose(const SignalRecord* record);
+    const CompanionSearch* diagnose(const SignalRecord* record);
     CompanionSearch searchCompanions(const SignalRecord* record) const;
     QStringList expectedReferenceKeys(const SignalRecord* record) const;
     SignalRecordHash connectedReferences(const SignalRecord* record) const;
@@ -97,10 +94,13 @@ private:
         IntListViews measurements;
     };
     StoredSelection stored;
-    // What the search found, by receiving record.
-    QHash<const SignalRecord*, Diagnosis> diagnoses;
-    // What searchCompanions found, by companion group.
-    QHash<CompanionGroup, CompanionSearch> companionSearches;
+    // What searchCompanions found, each search once; they stay where they were made. The search of
+    // each companion group, and of each receiving record.
+    std::deque<CompanionSearch> searches;
+    // The search of a signal that needs no companion: it finds none and misses none.
+    const CompanionSearch nothingToSearch{};
+    QHash<CompanionGroup, const CompanionSearch*> searchesByGroup;
+    QHash<const SignalRecord*, const CompanionSearch*> diagnoses;
     // The records of the design's signals.
     SignalStore store;
     // The discovered signals; after the selection only the selected ones, in the order every
