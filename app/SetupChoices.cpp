@@ -96,10 +96,6 @@ QString measurementName(const QString& path, const QString& word) {
                      .arg(standin::quoted(word), names.join(", "), nearestHint(word, names)));
 }
 
-bool needsReference(const QString& measurement) {
-    return !referenceFreeTypesByDisplayName().contains(measurement);
-}
-
 // The measurements in the order of their codes.
 QStringList byCode(QStringList names) {
     std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {

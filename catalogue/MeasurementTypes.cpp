@@ -97,6 +97,10 @@ const QHash<QString, MeasurementType>& referenceFreeTypesByDisplayName() {
     return types;
 }
 
+bool needsReference(const QString& displayName) {
+    return !referenceFreeTypesByDisplayName().contains(displayName);
+}
+
 const QHash<QString, MeasurementType>& referenceFreeTypesByKey() {
     static const QHash<QString, MeasurementType> types = typesByName(keyOf, true);
     return types;

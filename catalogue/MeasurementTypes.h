@@ -29,5 +29,7 @@ const QHash<QString, MeasurementType>& measurementTypesByDisplayName();
 // missing here ("Strobed Eye", "Skew") needs one.
 const QHash<QString, MeasurementType>& referenceFreeTypesByDisplayName();
 const QHash<QString, MeasurementType>& referenceFreeTypesByKey();
+// Whether the measurement of this display name is measured against a reference signal.
+bool needsReference(const QString& displayName);
 
 }  // namespace LaneTapUI

@@ -14,10 +14,6 @@ namespace LaneTapUI {
 
 namespace {
 
-bool needsReference(const QString& measurement) {
-    return !referenceFreeTypesByDisplayName().contains(measurement);
-}
-
 // Some measurement of the record needs a reference and has none.
 bool lacksReference(const SignalRecord& record) {
     for (auto chosen = record.measurements.cbegin(); chosen != record.measurements.cend();

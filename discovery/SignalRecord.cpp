@@ -100,7 +100,7 @@ void SignalRecord::removeCompliance(const QString& name) {
 }
 
 void SignalRecord::addReference(const QString& name, SignalRecord* reference) {
-    if (referenceFreeTypesByDisplayName().contains(name)) {
+    if (!needsReference(name)) {
         return;
     }
     if (!reference) {
